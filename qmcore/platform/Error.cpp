@@ -1,0 +1,44 @@
+#include "qmcore/platform/Error.hpp"
+
+#include <cstdio>
+#include <cstdlib>
+#include <utility>
+
+namespace qm {
+
+Error::Error(std::string domain, std::int64_t code, std::string localizedDescription,
+             std::string failureReason, std::shared_ptr<const Error> underlying)
+    : domain_(std::move(domain)), code_(code), underlying_(std::move(underlying)) {
+  if (!localizedDescription.empty()) {
+    userInfo_.emplace(kLocalizedDescriptionKey, std::move(localizedDescription));
+  }
+  if (!failureReason.empty()) {
+    userInfo_.emplace(kLocalizedFailureReasonErrorKey, std::move(failureReason));
+  }
+}
+
+std::string Error::localizedDescription() const {
+  if (const auto it = userInfo_.find(kLocalizedDescriptionKey); it != userInfo_.end()) {
+    return it->second;
+  }
+  return "The operation couldn't be completed. (" + domain_ + " error " + std::to_string(code_) +
+         ".)";
+}
+
+std::optional<std::string> Error::localizedFailureReason() const {
+  if (const auto it = userInfo_.find(kLocalizedFailureReasonErrorKey); it != userInfo_.end()) {
+    return it->second;
+  }
+  return std::nullopt;
+}
+
+ErrorException::ErrorException(Error error)
+    : std::runtime_error(error.localizedDescription()), error_(std::move(error)) {}
+
+void fatalError(std::string_view message) {
+  std::fprintf(stderr, "Fatal error: %.*s\n", static_cast<int>(message.size()), message.data());
+  std::fflush(stderr);
+  std::abort();
+}
+
+}  // namespace qm

@@ -1,0 +1,37 @@
+// The subcommands of the qmcore tool, one group per source file.
+
+#ifndef QMCORE_TOOLS_QMCORE_COMMANDS_HPP_
+#define QMCORE_TOOLS_QMCORE_COMMANDS_HPP_
+
+#include <CLI/CLI.hpp>
+
+#include <optional>
+#include <stdexcept>
+#include <string>
+
+namespace qm::tool {
+
+// Options shared by every subcommand, filled in before a subcommand's callback runs.
+struct ToolContext {
+  // --settings PATH: the settings store file to use instead of the standard one.
+  std::optional<std::string> settingsPath;
+};
+
+// Thrown by a subcommand for bad input; the tool prints the message as one line on stderr and
+// exits with status 2.
+class UsageError : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+// Parses a whole text as a number, or throws UsageError naming `what`.
+double parseNumber(const std::string& text, const std::string& what);
+
+void addUnitsCommands(CLI::App& app, ToolContext& context);     // units, convert
+void addSettingsCommands(CLI::App& app, ToolContext& context);  // settings
+void addDateCommands(CLI::App& app, ToolContext& context);      // date, time, filesize
+void addFormatCommands(CLI::App& app, ToolContext& context);    // format, heading, bearing
+
+}  // namespace qm::tool
+
+#endif  // QMCORE_TOOLS_QMCORE_COMMANDS_HPP_

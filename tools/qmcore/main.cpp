@@ -1,0 +1,56 @@
+// qmcore: shows what the QMCore library does, for app developers, testers and translators.
+
+#include <cerrno>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+
+#include "qmcore/platform/Locale.hpp"
+#include "tools/qmcore/Commands.hpp"
+
+namespace qm::tool {
+
+double parseNumber(const std::string& text, const std::string& what) {
+  const char* begin = text.c_str();
+  char* end = nullptr;
+  errno = 0;
+  const double value = std::strtod(begin, &end);
+  if (text.empty() || end != begin + text.size() || errno == ERANGE || std::isnan(value)) {
+    throw UsageError(what + " is not a number: '" + text + "'");
+  }
+  return value;
+}
+
+}  // namespace qm::tool
+
+int main(int argc, char** argv) {
+  CLI::App app("qmcore: units, unit settings and value texts of the QMCore library.", "qmcore");
+  app.require_subcommand(1);
+  app.fallthrough();
+
+  qm::tool::ToolContext context;
+  std::string locale;
+  app.add_option("--locale", locale, "Locale for this run, e.g. de_DE or en_GB")
+      ->each([](const std::string& id) { qm::setCurrentLocaleIdentifier(id); });
+  app.add_option("--settings", context.settingsPath, "Settings store file to use");
+
+  qm::tool::addUnitsCommands(app, context);
+  qm::tool::addSettingsCommands(app, context);
+  qm::tool::addDateCommands(app, context);
+  qm::tool::addFormatCommands(app, context);
+
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::CallForHelp& e) {
+    return app.exit(e);
+  } catch (const CLI::CallForAllHelp& e) {
+    return app.exit(e);
+  } catch (const CLI::ParseError& e) {
+    std::fprintf(stderr, "qmcore: %s\n", e.what());
+    return 2;
+  } catch (const qm::tool::UsageError& e) {
+    std::fprintf(stderr, "qmcore: %s\n", e.what());
+    return 2;
+  }
+  return 0;
+}
