@@ -19,7 +19,7 @@ TEST_F(LocaleTest, SetterAcceptsPosixAndBcp47Spellings) {
     const char* given;
     const char* expected;
   } cases[] = {
-      {"de_DE", "de_DE"},       {"de-DE", "de_DE"},        {"de_DE.UTF-8", "de_DE"},
+      {"de_DE", "de_DE"},           {"de-DE", "de_DE"},   {"de_DE.UTF-8", "de_DE"},
       {"fr_FR.utf8@euro", "fr_FR"}, {"C", "en_US_POSIX"}, {"POSIX", "en_US_POSIX"},
       {"C.UTF-8", "en_US_POSIX"},   {"", "en_US_POSIX"},  {"en_GB", "en_GB"},
   };

@@ -121,7 +121,8 @@ std::string NumberFormatter::format(std::int64_t value) const {
 
 std::optional<double> NumberFormatter::parse(std::string_view text) const {
   if (text.empty()) return std::nullopt;
-  const std::string localeId = options_.locale.empty() ? currentLocaleIdentifier() : options_.locale;
+  const std::string localeId =
+      options_.locale.empty() ? currentLocaleIdentifier() : options_.locale;
   const icu::Locale locale(localeId.c_str());
   UErrorCode status = U_ZERO_ERROR;
   std::unique_ptr<icu::NumberFormat> format(icu::NumberFormat::createInstance(locale, status));

@@ -38,27 +38,31 @@ class SettingsValue {
   using Bytes = std::vector<std::uint8_t>;
   using Array = std::vector<SettingsValue>;
   using Dictionary = std::map<std::string, SettingsValue, std::less<>>;
-  using Storage = std::variant<bool, std::int64_t, double, std::string, Bytes, Date, Array,
-                               Dictionary>;
+  using Storage =
+      std::variant<bool, std::int64_t, double, std::string, Bytes, Date, Array, Dictionary>;
 
-  SettingsValue(bool v) : storage_(v) {}                                   // NOLINT
-  SettingsValue(int v) : storage_(std::int64_t{v}) {}                      // NOLINT
-  SettingsValue(std::int64_t v) : storage_(v) {}                           // NOLINT
-  SettingsValue(double v) : storage_(v) {}                                 // NOLINT
-  SettingsValue(std::string v) : storage_(std::move(v)) {}                 // NOLINT
-  SettingsValue(std::string_view v) : storage_(std::string(v)) {}          // NOLINT
-  SettingsValue(const char* v) : storage_(std::string(v)) {}               // NOLINT
-  SettingsValue(Bytes v) : storage_(std::move(v)) {}                       // NOLINT
-  SettingsValue(Date v) : storage_(v) {}                                   // NOLINT
-  SettingsValue(Array v) : storage_(std::move(v)) {}                       // NOLINT
-  SettingsValue(Dictionary v) : storage_(std::move(v)) {}                  // NOLINT
+  SettingsValue(bool v) : storage_(v) {}                           // NOLINT
+  SettingsValue(int v) : storage_(std::int64_t{v}) {}              // NOLINT
+  SettingsValue(std::int64_t v) : storage_(v) {}                   // NOLINT
+  SettingsValue(double v) : storage_(v) {}                         // NOLINT
+  SettingsValue(std::string v) : storage_(std::move(v)) {}         // NOLINT
+  SettingsValue(std::string_view v) : storage_(std::string(v)) {}  // NOLINT
+  SettingsValue(const char* v) : storage_(std::string(v)) {}       // NOLINT
+  SettingsValue(Bytes v) : storage_(std::move(v)) {}               // NOLINT
+  SettingsValue(Date v) : storage_(v) {}                           // NOLINT
+  SettingsValue(Array v) : storage_(std::move(v)) {}               // NOLINT
+  SettingsValue(Dictionary v) : storage_(std::move(v)) {}          // NOLINT
 
   const Storage& storage() const { return storage_; }
   template <typename T>
-  bool is() const { return std::holds_alternative<T>(storage_); }
+  bool is() const {
+    return std::holds_alternative<T>(storage_);
+  }
   // The value when it is of kind T, else nullptr.
   template <typename T>
-  const T* get() const { return std::get_if<T>(&storage_); }
+  const T* get() const {
+    return std::get_if<T>(&storage_);
+  }
 
   bool operator==(const SettingsValue&) const = default;
 

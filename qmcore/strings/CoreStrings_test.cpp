@@ -16,11 +16,11 @@ TEST(CoreStringsTest, LooksUpTheLanguageOfTheLocaleThenEnglishThenTheKey) {
     const char* key;
     const char* expected;
   } cases[] = {
-      {"en_US", "m_minute", "m"},        // identifier keys read as text in English
-      {"de_DE", "m_minute", "min"},      // and have their own text in German
-      {"de_AT", "Feet", "Fuß"},          // any German region
-      {"en_GB", "Feet", "Feet"},         // English words map to themselves
-      {"fr_FR", "m_minute", "m"},        // no French table: the English one answers
+      {"en_US", "m_minute", "m"},    // identifier keys read as text in English
+      {"de_DE", "m_minute", "min"},  // and have their own text in German
+      {"de_AT", "Feet", "Fuß"},      // any German region
+      {"en_GB", "Feet", "Feet"},     // English words map to themselves
+      {"fr_FR", "m_minute", "m"},    // no French table: the English one answers
       {"de_DE", "no such key %@", "no such key %@"},
       {"en_US", "", ""},
   };

@@ -1,0 +1,29 @@
+// printf-style texts in the POSIX locale, whatever the C library's locale is.
+//
+// Invariant texts (storage, interchange, the library's fixed-precision numbers) must always use
+// "." as the decimal separator, even after a host app calls `setlocale(LC_ALL, "de_DE.UTF-8")`.
+// `invariantFormat` is printf with the "C" locale in force for the duration of the call only,
+// so its rounding is exactly printf's (the exact binary value, ties to even):
+//
+//   qm::invariantFormat("%.2f%s", 1.005, "km");  // "1.00km" (1.005 is 1.00499999...)
+//   qm::invariantFormat("%+.2f", 0.0);           // "+0.00"
+//
+// Thread-safe: the locale switch is per thread.
+
+#ifndef QMCORE_PLATFORM_INVARIANTFORMAT_HPP_
+#define QMCORE_PLATFORM_INVARIANTFORMAT_HPP_
+
+#include <cstdarg>
+#include <string>
+
+namespace qm {
+
+// The text printf would write for `format` in the POSIX locale. Text of any length.
+[[gnu::format(printf, 1, 2)]] std::string invariantFormat(const char* format, ...);
+
+// The same with a va_list.
+std::string invariantFormatV(const char* format, va_list arguments);
+
+}  // namespace qm
+
+#endif  // QMCORE_PLATFORM_INVARIANTFORMAT_HPP_
