@@ -29,7 +29,8 @@ double parseNumber(const std::string& text, const std::string& what);
 
 void addUnitsCommands(CLI::App& app, ToolContext& context);     // units, convert
 void addSettingsCommands(CLI::App& app, ToolContext& context);  // settings
-void addDateCommands(CLI::App& app, ToolContext& context);      // date, time, filesize
+void addDateCommands(CLI::App& app, ToolContext& context);      // date
+void addTextCommands(CLI::App& app, ToolContext& context);      // time, filesize
 void addFormatCommands(CLI::App& app, ToolContext& context);    // format, heading, bearing
 
 }  // namespace qm::tool

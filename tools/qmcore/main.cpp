@@ -37,6 +37,7 @@ int main(int argc, char** argv) {
   qm::tool::addUnitsCommands(app, context);
   qm::tool::addSettingsCommands(app, context);
   qm::tool::addDateCommands(app, context);
+  qm::tool::addTextCommands(app, context);
   qm::tool::addFormatCommands(app, context);
 
   try {

@@ -1,0 +1,7 @@
+#include "tools/qmcore/Commands.hpp"
+
+namespace qm::tool {
+
+void addTextCommands(CLI::App& /*app*/, ToolContext& /*context*/) {}
+
+}  // namespace qm::tool
