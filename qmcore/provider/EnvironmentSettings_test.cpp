@@ -2,22 +2,19 @@
 
 #include <gtest/gtest.h>
 
-#include "qmcore/platform/Locale.hpp"
-
 #include <memory>
 #include <vector>
+
+#include "qmcore/platform/Locale.hpp"
 
 namespace qm {
 namespace {
 
-// A delegate with distinct answers, recording the notifications it gets.
+// Answers unlike every fallback, and records what it is told.
 class FakeDelegate : public EnvironmentSettingsDelegate {
  public:
   std::int64_t smallToBigFeetThresholdForDistance() override { return 3000; }
-  std::int64_t smallToBigMetersThresholdForDistance() override {
-    ++metersQueries;
-    return 1500;
-  }
+  std::int64_t smallToBigMetersThresholdForDistance() override { return ++metersQueries, 1500; }
   std::int64_t northType() override { return 1; }
   bool showsDecimalDotForSpeedUnder100() override { return true; }
   bool defaultMapShowDotsForConnectionPoints() override { return true; }
@@ -31,61 +28,43 @@ class FakeDelegate : public EnvironmentSettingsDelegate {
   std::vector<DistanceUnitType> switches;
 };
 
-struct Answers {
-  std::int64_t feet;
-  std::int64_t meters;
-  std::int64_t north;
-  bool decimalDot;
-  bool dots;
-  bool sync;
-  bool drivenBySpeed;
+// Every question: the answer without a delegate and with a FakeDelegate.
+const struct {
+  const char* name;
+  std::int64_t (*ask)(const EnvironmentSettings&);
+  std::int64_t fallback;
+  std::int64_t delegated;
+} kQuestions[] = {
+    {"feet threshold", [](auto& s) { return s.smallToBigFeetThresholdForDistance(); }, 2000, 3000},
+    // The metres question is answered by the delegate's feet query.
+    {"meters threshold", [](auto& s) { return s.smallToBigMetersThresholdForDistance(); }, 1000,
+     3000},
+    {"north type", [](auto& s) { return s.northType(); }, 0, 1},
+    {"decimal dot", [](auto& s) -> std::int64_t { return s.showsDecimalDotForSpeedUnder100(); }, 0,
+     1},
+    {"map dots", [](auto& s) -> std::int64_t { return s.defaultMapShowDotsForConnectionPoints(); },
+     0, 1},
+    {"sync", [](auto& s) -> std::int64_t { return s.supportsSync(); }, 0, 1},
+    {"driven by speed", [](auto& s) -> std::int64_t { return s.unitsAreDrivenBySpeedUnits(); }, 0,
+     1},
 };
 
-Answers answersOf(const EnvironmentSettings& s) {
-  return {s.smallToBigFeetThresholdForDistance(),
-          s.smallToBigMetersThresholdForDistance(),
-          s.northType(),
-          s.showsDecimalDotForSpeedUnder100(),
-          s.defaultMapShowDotsForConnectionPoints(),
-          s.supportsSync(),
-          s.unitsAreDrivenBySpeedUnits()};
+void expectAnswers(const EnvironmentSettings& settings, bool delegated) {
+  for (const auto& q : kQuestions) {
+    EXPECT_EQ(q.ask(settings), delegated ? q.delegated : q.fallback) << q.name;
+  }
 }
 
-void expectFallbacks(const EnvironmentSettings& settings) {
-  const Answers a = answersOf(settings);
-  EXPECT_EQ(a.feet, 2000);
-  EXPECT_EQ(a.meters, 1000);
-  EXPECT_EQ(a.north, 0);
-  EXPECT_FALSE(a.decimalDot);
-  EXPECT_FALSE(a.dots);
-  EXPECT_FALSE(a.sync);
-  EXPECT_FALSE(a.drivenBySpeed);
-}
-
-TEST(EnvironmentSettings, AnswersFixedValuesWithoutDelegate) {
-  const EnvironmentSettings settings;
-  EXPECT_EQ(settings.delegate(), nullptr);
-  expectFallbacks(settings);
-  // Notifications without a delegate are no-ops.
-  settings.synchronizeClientMeasurementUnits();
-  settings.switchToDistanceUnit(DistanceUnitType::kNautical);
-}
-
-TEST(EnvironmentSettings, ForwardsToDelegateAndAsksTheFeetQueryForMeters) {
+TEST(EnvironmentSettings, ForwardsEveryQuestionOrFallsBack) {
   EnvironmentSettings settings;
+  expectAnswers(settings, false);
+  settings.synchronizeClientMeasurementUnits();  // nothing happens
+  settings.switchToDistanceUnit(DistanceUnitType::kNautical);
+
   const auto delegate = std::make_shared<FakeDelegate>();
   settings.setDelegate(delegate);
-
-  const Answers a = answersOf(settings);
-  EXPECT_EQ(a.feet, 3000);
-  EXPECT_EQ(a.meters, 3000);
-  EXPECT_EQ(delegate->metersQueries, 0);
-  EXPECT_EQ(a.north, 1);
-  EXPECT_TRUE(a.decimalDot);
-  EXPECT_TRUE(a.dots);
-  EXPECT_TRUE(a.sync);
-  EXPECT_TRUE(a.drivenBySpeed);
-
+  expectAnswers(settings, true);
+  EXPECT_EQ(delegate->metersQueries, 0) << "the delegate's metres query is never asked";
   settings.synchronizeClientMeasurementUnits();
   settings.switchToDistanceUnit(DistanceUnitType::kNautical);
   settings.switchToDistanceUnit(DistanceUnitType::kMetric);
@@ -100,16 +79,15 @@ TEST(EnvironmentSettings, ReleasedOrRemovedDelegateFallsBack) {
   settings.setDelegate(delegate);
   EXPECT_EQ(settings.delegate(), delegate);
   EXPECT_EQ(delegate.use_count(), 1) << "the settings must not keep the delegate alive";
-
   delegate.reset();
   EXPECT_EQ(settings.delegate(), nullptr);
-  expectFallbacks(settings);
+  expectAnswers(settings, false);
   settings.synchronizeClientMeasurementUnits();
 
-  auto another = std::make_shared<FakeDelegate>();
+  const auto another = std::make_shared<FakeDelegate>();
   settings.setDelegate(another);
   settings.setDelegate({});
-  expectFallbacks(settings);
+  expectAnswers(settings, false);
 }
 
 TEST(EnvironmentSettings, IsMetricFollowsTheLocaleMeasurementSystem) {
@@ -120,22 +98,14 @@ TEST(EnvironmentSettings, IsMetricFollowsTheLocaleMeasurementSystem) {
       {"en_GB", false}, {"en_US", false}, {"de_DE", true},
       {"fr_FR", true},  {"en_AU", true},  {"es_US", false},
   };
-  for (const auto& c : cases) {
-    EXPECT_EQ(EnvironmentSettings::isMetric(c.locale), c.metric) << c.locale;
-  }
-}
-
-TEST(EnvironmentSettings, IsMetricReadsTheCurrentLocale) {
   const std::string saved = currentLocaleIdentifier();
   const EnvironmentSettings settings;
-  setCurrentLocaleIdentifier("de_DE");
-  EXPECT_TRUE(settings.isMetric());
-  setCurrentLocaleIdentifier("en_GB");
-  EXPECT_FALSE(settings.isMetric());
+  for (const auto& c : cases) {
+    EXPECT_EQ(EnvironmentSettings::isMetric(c.locale), c.metric) << c.locale;
+    setCurrentLocaleIdentifier(c.locale);
+    EXPECT_EQ(settings.isMetric(), c.metric) << c.locale;
+  }
   setCurrentLocaleIdentifier(saved);
-}
-
-TEST(EnvironmentSettings, SharedIsOneInstance) {
   EXPECT_EQ(&EnvironmentSettings::shared(), &EnvironmentSettings::shared());
 }
 
