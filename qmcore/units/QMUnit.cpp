@@ -58,7 +58,9 @@ std::string QMUnit::debugDescription() const {
 
 std::string QMUnit::equivalenceText(double factor, int decimals,
                                     std::string_view targetAbbreviation) const {
-  std::string text = "1 " + localizedAbbreviation() + " = ";
+  std::string text = "1 ";
+  text += localizedAbbreviation();
+  text += " = ";
   text += formatterWithNumberOfDecimalPlaces(decimals).format(factor);
   text += ' ';
   text += targetAbbreviation;

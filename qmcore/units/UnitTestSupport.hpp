@@ -33,12 +33,14 @@ std::string summary(const Unit& unit) {
     s += std::string(unit.canSwitchToUnit()->uuid()) + "@" +
          std::to_string(unit.unitSwitchesAtValue());
   } else if (unit.unitSwitchesAtValue() != 0) {
-    s += "@" + std::to_string(unit.unitSwitchesAtValue());
+    s += '@';
+    s += std::to_string(unit.unitSwitchesAtValue());
   }
   s +=
       std::string("|") + (unit.switchToBiggerUnitByDefault() ? "D" : "") + (unit.base() ? "B" : "");
   if constexpr (requires { unit.lengthFormatterType(); }) {
-    s += "|" + std::to_string(unit.lengthFormatterType());
+    s += '|';
+    s += std::to_string(unit.lengthFormatterType());
   }
   if (unit.formatter().options() !=
       NumberFormatter::withDecimals(unit.numberOfDecimalPlaces()).options()) {

@@ -65,7 +65,10 @@ constexpr Kind kKinds[] = {
 
 std::string kindNames() {
   std::string names;
-  for (const Kind& kind : kKinds) names += (names.empty() ? "" : ", ") + std::string(kind.name);
+  for (const Kind& kind : kKinds) {
+    if (!names.empty()) names += ", ";
+    names += kind.name;
+  }
   return names;
 }
 
