@@ -28,10 +28,16 @@ if [ ${#missing[@]} -gt 0 ]; then
     "${missing[@]}"
 fi
 
-# Tests check that invariant texts ignore a host's C locale; they need one with a decimal comma.
-if ! locale -a 2>/dev/null | grep -qi '^de_DE\.utf-\?8$'; then
-  echo "bootstrap: generating the de_DE.UTF-8 C locale"
-  as_root sed -i 's/^# *de_DE.UTF-8 UTF-8/de_DE.UTF-8 UTF-8/' /etc/locale.gen
-  grep -q '^de_DE.UTF-8 UTF-8' /etc/locale.gen || echo 'de_DE.UTF-8 UTF-8' | as_root tee -a /etc/locale.gen >/dev/null
-  as_root locale-gen >/dev/null
-fi
+# The tool's tests run with LANG=en_US.UTF-8, and tests check that invariant texts ignore a
+# host's C locale with a decimal comma (de_DE): both C locales must exist.
+for wanted in en_US de_DE; do
+  if ! locale -a 2>/dev/null | grep -qi "^${wanted}\.utf-\?8$"; then
+    echo "bootstrap: generating the ${wanted}.UTF-8 C locale"
+    if grep -q "^# *${wanted}.UTF-8 UTF-8" /etc/locale.gen; then
+      as_root sed -i "s/^# *${wanted}.UTF-8 UTF-8/${wanted}.UTF-8 UTF-8/" /etc/locale.gen
+    else
+      echo "${wanted}.UTF-8 UTF-8" | as_root tee -a /etc/locale.gen >/dev/null
+    fi
+    as_root locale-gen >/dev/null
+  fi
+done

@@ -2,6 +2,7 @@
 // qmcore convert VALUE FROM TO: a value between two units of one kind.
 
 #include <charconv>
+#include <cmath>
 #include <cstdio>
 #include <memory>
 #include <optional>
@@ -72,8 +73,11 @@ std::string kindNames() {
   return names;
 }
 
-// The shortest text that reads back as the same double; `fixed` avoids exponents.
-std::string numberText(double value, bool fixed) {
+// The shortest text that reads back as the same double, without an exponent unless the
+// value is too large or too small to read well without one.
+std::string numberText(double value) {
+  const double magnitude = std::fabs(value);
+  const bool fixed = magnitude == 0.0 || (magnitude >= 1e-6 && magnitude < 1e21);
   char buffer[512];
   const auto result =
       fixed ? std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed)
@@ -85,7 +89,7 @@ void printKind(const Kind& kind) {
   for (const auto& unit : kind.units()) {
     std::printf("%s\t%s\t%s\t%s\t%s\n", std::string(unit->uuid()).c_str(),
                 unit->localizedName().c_str(), unit->localizedAbbreviation().c_str(),
-                numberText(unit->ratioToMeter(), true).c_str(), unit->uiDescription().c_str());
+                numberText(unit->ratioToMeter()).c_str(), unit->uiDescription().c_str());
   }
 }
 
@@ -135,7 +139,7 @@ void convert(const std::string& valueText, const std::string& fromName, const st
     const double result = temperature
                               ? QMTemperatureUnit::convertTemperature(value, *from[0], *to[0])
                               : QMConvertUnitValue(*from[0], *to[0], value);
-    std::printf("%s\n", numberText(result, false).c_str());
+    std::printf("%s\n", numberText(result).c_str());
     return;
   }
   for (const std::string& name : {fromName, toName}) {

@@ -44,6 +44,7 @@ expect_line "36.666666666666664" -- convert 98 °F °C
 expect_line "1.60934" -- convert 1 mph km/h
 expect_line "60" -- convert 1 m/s m/min
 expect_line "10" -- convert 1 ha daa
+expect_line "1000000" -- convert 1 km² m²
 expect_line "1.852" -- --locale de_DE convert 1 sm km
 
 # Nonsense: one line on stderr, exit status 2.
