@@ -1,0 +1,127 @@
+#include "qmcore/geo/QMPlanimeterSettings.hpp"
+
+#include <gtest/gtest.h>
+
+#include <any>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "qmcore/platform/NotificationCenter.hpp"
+#include "qmcore/platform/SettingsStore.hpp"
+#include "qmcore/provider/EnvironmentSettings.hpp"
+
+namespace qm {
+namespace {
+
+class DotsDelegate : public EnvironmentSettingsDelegate {
+ public:
+  std::int64_t smallToBigFeetThresholdForDistance() override { return 2000; }
+  std::int64_t smallToBigMetersThresholdForDistance() override { return 1000; }
+  std::int64_t northType() override { return 0; }
+  bool showsDecimalDotForSpeedUnder100() override { return false; }
+  bool defaultMapShowDotsForConnectionPoints() override { return true; }
+  bool supportsSync() override { return false; }
+  bool unitsAreDrivenBySpeedUnits() override { return false; }
+  void synchronizeClientMeasurementUnits() override {}
+  void switchToDistanceUnit(DistanceUnitType) override {}
+};
+
+class PlanimeterSettingsTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    folder_ = std::filesystem::path(::testing::TempDir()) /
+              ("planimeter-" +
+               std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()));
+    std::filesystem::remove_all(folder_);
+    store_ = SettingsStore::openFile((folder_ / "settings.sqlite").string());
+    for (const char* name : {"QMPlanimeterUnitTypeChanged", "WaypointsCollectionChanged"}) {
+      observers_.push_back(center_.addObserver(name, [this](const Notification& n) {
+        const auto* number = std::any_cast<std::int64_t>(&n.object);
+        posts_.push_back(n.name + (number ? ":" + std::to_string(*number) : ""));
+      }));
+    }
+  }
+  void TearDown() override { std::filesystem::remove_all(folder_); }
+
+  std::filesystem::path folder_;
+  std::shared_ptr<SettingsStore> store_;
+  NotificationCenter center_;
+  EnvironmentSettings environment_;
+  std::vector<ObserverHandle> observers_;
+  std::vector<std::string> posts_;
+};
+
+TEST_F(PlanimeterSettingsTest, FreshInstallDefaults) {
+  const QMPlanimeterSettings settings(store_, center_, environment_);
+  EXPECT_FALSE(settings.polygonAnnotationsAsDots());
+  EXPECT_FALSE(settings.routeAnnotationsAsDots());
+  EXPECT_TRUE(settings.editorShowsLengthAnnotations());
+  EXPECT_TRUE(settings.editorShowsAreaCenterAnnotations());
+  EXPECT_TRUE(settings.navigatorShowsRouteLengthAnnotations());
+  EXPECT_TRUE(settings.navigatorShowsAreaCenterAnnotations());
+  EXPECT_EQ(settings.annotationAngleType(), 0);
+  EXPECT_TRUE(posts_.empty());
+}
+
+TEST_F(PlanimeterSettingsTest, DotsFollowTheEnvironmentUntilTheUserStoresAValue) {
+  const auto delegate = std::make_shared<DotsDelegate>();
+  environment_.setDelegate(delegate);
+  QMPlanimeterSettings settings(store_, center_, environment_);
+  EXPECT_TRUE(settings.polygonAnnotationsAsDots());
+  EXPECT_TRUE(settings.routeAnnotationsAsDots());
+
+  settings.setPolygonAnnotationsAsDots(false);
+  const QMPlanimeterSettings reread(store_, center_, environment_);
+  EXPECT_FALSE(reread.polygonAnnotationsAsDots());
+  EXPECT_TRUE(reread.routeAnnotationsAsDots());
+}
+
+TEST_F(PlanimeterSettingsTest, EachSetterStoresAndPostsItsNotificationEvenWhenUnchanged) {
+  QMPlanimeterSettings settings(store_, center_, environment_);
+  using Setter = void (QMPlanimeterSettings::*)(bool);
+  const struct {
+    Setter setter;
+    std::string_view key;
+    const char* posted;
+  } cases[] = {
+      {&QMPlanimeterSettings::setPolygonAnnotationsAsDots, kQMPolygonAnnotationsAsDotsKey,
+       "WaypointsCollectionChanged:6"},
+      {&QMPlanimeterSettings::setRouteAnnotationsAsDots, kQMRouteAnnotationsAsDotsKey,
+       "WaypointsCollectionChanged:6"},
+      {&QMPlanimeterSettings::setEditorShowsLengthAnnotations, kQMEditorShowsLengthAnnotationsKey,
+       "QMPlanimeterUnitTypeChanged"},
+      {&QMPlanimeterSettings::setEditorShowsAreaCenterAnnotations,
+       kQMEditorShowsAreaCenterAnnotationsKey, "QMPlanimeterUnitTypeChanged"},
+      {&QMPlanimeterSettings::setNavigatorShowsRouteLengthAnnotations,
+       kQMNavigatorShowsRouteLengthAnnotationsKey, "QMPlanimeterUnitTypeChanged"},
+      {&QMPlanimeterSettings::setNavigatorShowsAreaCenterAnnotations,
+       kQMNavigatorShowsAreaCenterAnnotationsKey, "QMPlanimeterUnitTypeChanged"},
+  };
+  for (const auto& c : cases) {
+    posts_.clear();
+    (settings.*c.setter)(true);
+    (settings.*c.setter)(true);
+    EXPECT_EQ(posts_, (std::vector<std::string>{c.posted, c.posted})) << c.key;
+    const auto stored = store_->objectForKey(c.key);
+    ASSERT_TRUE(stored.has_value()) << c.key;
+    EXPECT_TRUE(stored->is<bool>()) << c.key;  // stored as a bool, not a number
+    EXPECT_TRUE(store_->boolForKey(c.key)) << c.key;
+  }
+}
+
+TEST_F(PlanimeterSettingsTest, AngleTypeHasAPlainAndAStoringSetter) {
+  QMPlanimeterSettings settings(store_, center_, environment_);
+  settings.setAnnotationAngleType(1);
+  EXPECT_EQ(settings.annotationAngleType(), 1);
+  EXPECT_FALSE(store_->hasKey(kQMAnnotationAngleTypeKey));
+  EXPECT_TRUE(posts_.empty());
+
+  settings.assignAnnotationAngleType(1);
+  EXPECT_EQ(posts_, std::vector<std::string>{"QMPlanimeterUnitTypeChanged"});
+  EXPECT_EQ(store_->integerForKey(kQMAnnotationAngleTypeKey), 1);
+  EXPECT_EQ(QMPlanimeterSettings(store_, center_, environment_).annotationAngleType(), 1);
+}
+
+}  // namespace
+}  // namespace qm
