@@ -12,112 +12,116 @@ constexpr std::int64_t kMillisPerDay = 86'400'000;
 // The Julian day of 1970-01-01T00:00Z, 2440587.5, in milliseconds.
 constexpr std::int64_t kJulianDayMillisOfUnixEpoch = 210'866'760'000'000;
 
-// A reading position in a zero-terminated text. `peek` at the terminator gives '\0' and the
-// position never moves past it, so nothing beyond the terminator is ever read.
+// A reading position in a zero-terminated text. `at(i)` may only be called when the bytes
+// before position i are known not to be the terminator, which the parser guarantees by
+// checking every byte (as a digit or a given character) before it reads the next one.
 class TerminatedCursor {
  public:
   explicit TerminatedCursor(const char* text) : p_(text) {}
-  char peek() const { return *p_; }
+  unsigned char at(int i) const { return static_cast<unsigned char>(p_[i]); }
   bool atEnd() const { return *p_ == '\0'; }
-  void advance() { ++p_; }
+  void skip(int n) { p_ += n; }
 
  private:
   const char* p_;
 };
 
-// A reading position in a sized text; `peek` at the end gives '\0' without reading.
+// A reading position in a sized text; reads at or past the end give '\0' without touching
+// memory.
 class SizedCursor {
  public:
   explicit SizedCursor(std::string_view text) : p_(text.data()), end_(p_ + text.size()) {}
-  char peek() const { return p_ == end_ ? '\0' : *p_; }
+  unsigned char at(int i) const { return i < end_ - p_ ? static_cast<unsigned char>(p_[i]) : '\0'; }
   bool atEnd() const { return p_ == end_; }
-  void advance() { ++p_; }
+  void skip(int n) { p_ += n; }
 
  private:
   const char* p_;
   const char* end_;
 };
 
-constexpr bool isDigit(char c) { return c >= '0' && c <= '9'; }
-// The blanks of the C locale's isspace, without consulting any locale.
-constexpr bool isBlank(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
+// The digit's value, or something above 9 for any other byte.
+constexpr unsigned digitValue(unsigned char c) { return c - unsigned{'0'}; }
 
-// Reads exactly `count` digits as a number no larger than `max`.
+// The two digits at `i` and `i + 1` as a number; false when either is not a digit.
 template <typename Cursor>
-bool readNumber(Cursor& cursor, int count, int max, int& value) {
-  value = 0;
-  for (int i = 0; i < count; ++i) {
-    const char c = cursor.peek();
-    if (!isDigit(c)) return false;
-    value = value * 10 + (c - '0');
-    cursor.advance();
-  }
-  return value <= max;
-}
-
-template <typename Cursor>
-bool skip(Cursor& cursor, char expected) {
-  if (cursor.peek() != expected) return false;
-  cursor.advance();
+bool readTwoDigits(const Cursor& cursor, int i, unsigned& value) {
+  const unsigned tens = digitValue(cursor.at(i));
+  if (tens > 9) return false;
+  const unsigned ones = digitValue(cursor.at(i + 1));
+  if (ones > 9) return false;
+  value = tens * 10 + ones;
   return true;
 }
 
+// The blanks of the C locale's isspace, without consulting any locale. Written without
+// short-circuits: a branch here would be mispredicted on input that mixes "T" and " ".
+constexpr std::uint64_t kBlankBits = (1ULL << ' ') | (0x1FULL << '\t');  // \t \n \v \f \r
+constexpr bool isBlank(unsigned char c) { return (c < 64) & ((kBlankBits >> (c & 63)) & 1); }
+constexpr bool isDateTimeSeparator(unsigned char c) { return isBlank(c) | (c == 'T'); }
+
 template <typename Cursor>
 void skipBlanks(Cursor& cursor) {
-  while (isBlank(cursor.peek())) cursor.advance();
+  while (isBlank(cursor.at(0))) cursor.skip(1);
 }
 
-// Reads the digits after the decimal point as milliseconds, rounded half away from zero on the
-// exact decimal value: the fourth digit alone decides, since the digits after it can only add.
+// Digits after the decimal point as milliseconds, rounded half away from zero on the exact
+// decimal value: the fourth digit alone decides, since the digits after it can only add.
 template <typename Cursor>
-int readFractionMillis(Cursor& cursor) {
-  int millis = 0;
-  int scale = 100;
-  bool roundsUp = false;
-  for (int position = 0; isDigit(cursor.peek()); ++position) {
-    const int digit = cursor.peek() - '0';
-    if (position < 3) {
-      millis += digit * scale;
-      scale /= 10;
-    } else if (position == 3) {
-      roundsUp = digit >= 5;
-    }
-    cursor.advance();
+unsigned readFractionMillis(Cursor& cursor) {
+  static constexpr unsigned kPlaceValue[] = {100, 10, 1};
+  unsigned millis = 0;
+  for (const unsigned placeValue : kPlaceValue) {
+    const unsigned digit = digitValue(cursor.at(0));
+    if (digit > 9) return millis;
+    millis += digit * placeValue;
+    cursor.skip(1);
   }
-  return millis + (roundsUp ? 1 : 0);
+  if (digitValue(cursor.at(0)) <= 9) {
+    millis += digitValue(cursor.at(0)) >= 5 ? 1 : 0;
+    while (digitValue(cursor.at(0)) <= 9) cursor.skip(1);
+  }
+  return millis;
 }
 
-// hh:mm[:ss[.fff]] [blanks] [zone] [blanks] and the end of the text. On success stores the
-// time of day in milliseconds and the zone's offset from UTC in minutes.
+// hh:mm[:ss[.fff]] [blanks] [zone] [blanks], then the end of the text. On success stores
+// the time of day less the zone's offset, in milliseconds.
 template <typename Cursor>
-bool readTimeAndZone(Cursor& cursor, std::int64_t& timeMillis, int& offsetMinutes) {
-  int hour = 0;
-  int minute = 0;
-  int second = 0;
-  int millis = 0;
-  if (!readNumber(cursor, 2, 24, hour) || !skip(cursor, ':') ||
-      !readNumber(cursor, 2, 59, minute)) {
+bool readTimeAndZone(Cursor& cursor, std::int64_t& utcMillis) {
+  unsigned hour = 0;
+  unsigned minute = 0;
+  unsigned second = 0;
+  unsigned millis = 0;
+  if (!readTwoDigits(cursor, 0, hour) || cursor.at(2) != ':' || !readTwoDigits(cursor, 3, minute) ||
+      hour > 24 || minute > 59) {
     return false;
   }
-  if (skip(cursor, ':')) {
-    if (!readNumber(cursor, 2, 59, second)) return false;
-    if (skip(cursor, '.')) millis = readFractionMillis(cursor);
+  cursor.skip(5);
+  if (cursor.at(0) == ':') {
+    if (!readTwoDigits(cursor, 1, second) || second > 59) return false;
+    cursor.skip(3);
+    if (cursor.at(0) == '.') {
+      cursor.skip(1);
+      millis = readFractionMillis(cursor);
+    }
   }
-  timeMillis = hour * 3'600'000LL + minute * 60'000LL + second * 1'000LL + millis;
+  utcMillis = hour * 3'600'000LL + minute * 60'000LL + second * 1'000LL + millis;
 
   skipBlanks(cursor);
-  offsetMinutes = 0;
-  const char zone = cursor.peek();
-  if (zone == 'Z' || zone == 'z') {
-    cursor.advance();
+  const unsigned char zone = cursor.at(0);
+  if ((zone | 0x20) == 'z') {
+    cursor.skip(1);
   } else if (zone == '+' || zone == '-') {
-    cursor.advance();
-    int zoneHours = 0;
-    int zoneMinutes = 0;
-    if (!readNumber(cursor, 2, 14, zoneHours)) return false;
-    skip(cursor, ':');
-    if (!readNumber(cursor, 2, 59, zoneMinutes)) return false;
-    offsetMinutes = (zone == '-' ? -1 : 1) * (zoneHours * 60 + zoneMinutes);
+    unsigned zoneHours = 0;
+    unsigned zoneMinutes = 0;
+    if (!readTwoDigits(cursor, 1, zoneHours) || zoneHours > 14) return false;
+    cursor.skip(3);
+    cursor.skip(cursor.at(0) == ':' ? 1 : 0);
+    if (!readTwoDigits(cursor, 0, zoneMinutes) || zoneMinutes > 59) return false;
+    cursor.skip(2);
+    const std::int64_t offset = (zoneHours * 60 + zoneMinutes) * 60'000LL;
+    // Arithmetic rather than a branch on the sign, which input does not predict.
+    utcMillis -= (1 - 2 * (zone == '-')) * offset;
   }
   skipBlanks(cursor);
   return cursor.atEnd();
@@ -126,41 +130,52 @@ bool readTimeAndZone(Cursor& cursor, std::int64_t& timeMillis, int& offsetMinute
 // Milliseconds of the Julian day at 0:00 UTC of the date, by Meeus' algorithm with its
 // truncating integer divisions. The day enters linearly, so day 31 of February rolls over.
 std::int64_t julianDayMillis(int year, int month, int day) {
-  std::int64_t y = year;
-  std::int64_t m = month;
-  if (m <= 2) {
-    y -= 1;
-    m += 12;
+  // 306001 * (month + 1) / 10000 for the months 3 to 14 that remain after the shift below.
+  static constexpr int kMonthDays[] = {0,   0,   0,   122, 153, 183, 214, 244,
+                                       275, 306, 336, 367, 397, 428, 459};
+  const bool januaryOrFebruary = month <= 2;
+  const int y = year - januaryOrFebruary;
+  const int m = month + 12 * januaryOrFebruary;
+  std::int64_t days = 0;
+  if (y >= 0) {
+    // The common case, in cheaper terms: truncation is floor here, so 36525 n / 100 is
+    // 365 n + n / 4, and y / 400 is (y / 100) / 4. All of it fits 32 bits.
+    const unsigned n = static_cast<unsigned>(y) + 4716;
+    const unsigned a = static_cast<unsigned>(y) / 100;
+    days = static_cast<std::int64_t>(365 * n + n / 4) + kMonthDays[m] + day + 2 -
+           static_cast<int>(a) + static_cast<int>(a / 4);
+  } else {
+    const int a = y / 100;
+    const int b = 2 - a + y / 400;
+    days = 36525LL * (y + 4716) / 100 + kMonthDays[m] + day + b;
   }
-  const std::int64_t a = y / 100;
-  const std::int64_t b = 2 - a + y / 400;
-  const std::int64_t x1 = 36525 * (y + 4716) / 100;
-  const std::int64_t x2 = 306001 * (m + 1) / 10000;
-  const double julianDay = static_cast<double>(x1 + x2 + day + b) - 1524.5;
-  return static_cast<std::int64_t>(julianDay * static_cast<double>(kMillisPerDay));
+  // JD = days - 1524.5, in whole milliseconds.
+  return days * kMillisPerDay - 1524 * kMillisPerDay - kMillisPerDay / 2;
 }
 
 template <typename Cursor>
 double parse(Cursor cursor) {
-  const bool negativeYear = skip(cursor, '-');
-  int year = 0;
-  int month = 0;
-  int day = 0;
-  if (!readNumber(cursor, 4, 9999, year) || !skip(cursor, '-') ||
-      !readNumber(cursor, 2, 12, month) || month < 1 || !skip(cursor, '-') ||
-      !readNumber(cursor, 2, 31, day) || day < 1) {
+  const bool negativeYear = cursor.at(0) == '-';
+  cursor.skip(negativeYear ? 1 : 0);
+  unsigned century = 0;
+  unsigned yearOfCentury = 0;
+  unsigned month = 0;
+  unsigned day = 0;
+  if (!readTwoDigits(cursor, 0, century) || !readTwoDigits(cursor, 2, yearOfCentury) ||
+      cursor.at(4) != '-' || !readTwoDigits(cursor, 5, month) || cursor.at(7) != '-' ||
+      !readTwoDigits(cursor, 8, day) || month < 1 || month > 12 || day < 1 || day > 31) {
     return kNaN;
   }
-  if (negativeYear) year = -year;
+  cursor.skip(10);
+  const int year = static_cast<int>(century * 100 + yearOfCentury) * (negativeYear ? -1 : 1);
 
-  while (cursor.peek() == 'T' || isBlank(cursor.peek())) cursor.advance();
+  while (isDateTimeSeparator(cursor.at(0))) cursor.skip(1);
   std::int64_t timeMillis = 0;
-  int offsetMinutes = 0;
   // A bare date counts as midnight UTC; anything else after it must be a valid time.
-  if (!cursor.atEnd() && !readTimeAndZone(cursor, timeMillis, offsetMinutes)) return kNaN;
+  if (!cursor.atEnd() && !readTimeAndZone(cursor, timeMillis)) return kNaN;
 
   const std::int64_t millis =
-      julianDayMillis(year, month, day) + timeMillis - offsetMinutes * 60'000LL;
+      julianDayMillis(year, static_cast<int>(month), static_cast<int>(day)) + timeMillis;
   // Subtracting the epoch in whole milliseconds before dividing gives the double nearest the
   // exact value (1 ms past 2000 reads as 946684800.001, not 946684800.0010071).
   return static_cast<double>(millis - kJulianDayMillisOfUnixEpoch) / 1000.0;

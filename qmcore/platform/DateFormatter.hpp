@@ -19,8 +19,8 @@
 //
 // Cost: ICU formatters are costly to create (tens of microseconds), so they are built once per
 // (locale, time zone, pattern) and kept process-wide; a `DateFormatter` itself is a small value
-// that is cheap to make and copy. A call costs about as much as ICU's own formatting (around a
-// microsecond for numeric patterns).
+// that is cheap to make and copy. A call costs what ICU's own formatting with a ready formatter
+// costs (1 to 3 microseconds, more with zone names); building one per call would cost ~35.
 //
 // Thread-safety: a `DateFormatter` is immutable; `format` and `parse` may be called on one
 // instance from any number of threads at once (each call uses an ICU formatter that no other
