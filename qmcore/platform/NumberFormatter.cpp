@@ -3,6 +3,7 @@
 #include <unicode/decimfmt.h>
 #include <unicode/numberformatter.h>
 #include <unicode/parsepos.h>
+#include <unicode/ucurr.h>
 
 #include <map>
 #include <memory>
@@ -119,17 +120,20 @@ std::string NumberFormatter::format(std::int64_t value) const {
   return formatWith(options_, value);
 }
 
-std::optional<double> NumberFormatter::parse(std::string_view text) const {
+namespace {
+
+// The whole text read as a number in the style of `options`; absent when it is not one.
+std::optional<icu::Formattable> parseWith(const NumberFormatOptions& options,
+                                          std::string_view text) {
   if (text.empty()) return std::nullopt;
-  const std::string localeId =
-      options_.locale.empty() ? currentLocaleIdentifier() : options_.locale;
+  const std::string localeId = options.locale.empty() ? currentLocaleIdentifier() : options.locale;
   const icu::Locale locale(localeId.c_str());
   UErrorCode status = U_ZERO_ERROR;
   std::unique_ptr<icu::NumberFormat> format(icu::NumberFormat::createInstance(locale, status));
   auto* decimal = dynamic_cast<icu::DecimalFormat*>(format.get());
   if (U_FAILURE(status) || decimal == nullptr) return std::nullopt;
-  decimal->setDecimalFormatSymbols(symbolsFor(options_, locale, status));
-  decimal->setGroupingUsed(options_.usesGrouping);
+  decimal->setDecimalFormatSymbols(symbolsFor(options, locale, status));
+  decimal->setGroupingUsed(options.usesGrouping);
   const icu::UnicodeString source = internal::fromUtf8(text);
   icu::Formattable result;
   icu::ParsePosition position(0);
@@ -137,10 +141,61 @@ std::optional<double> NumberFormatter::parse(std::string_view text) const {
   if (position.getErrorIndex() >= 0 || position.getIndex() != source.length()) {
     return std::nullopt;
   }
-  status = U_ZERO_ERROR;
-  const double value = result.getDouble(status);
+  return result;
+}
+
+std::string currencySymbolOf(std::string_view locale,
+                             icu::DecimalFormatSymbols::ENumberFormatSymbol symbol) {
+  const std::string localeId = locale.empty() ? currentLocaleIdentifier() : std::string(locale);
+  UErrorCode status = U_ZERO_ERROR;
+  const icu::DecimalFormatSymbols symbols(icu::Locale(localeId.c_str()), status);
+  if (U_FAILURE(status)) return {};
+  return internal::toUtf8(symbols.getSymbol(symbol));
+}
+
+}  // namespace
+
+std::optional<double> NumberFormatter::parse(std::string_view text) const {
+  const std::optional<icu::Formattable> number = parseWith(options_, text);
+  if (!number) return std::nullopt;
+  UErrorCode status = U_ZERO_ERROR;
+  const double value = number->getDouble(status);
   if (U_FAILURE(status)) return std::nullopt;
   return value;
+}
+
+std::optional<std::int64_t> NumberFormatter::parseInteger(std::string_view text) const {
+  const std::optional<icu::Formattable> number = parseWith(options_, text);
+  if (!number) return std::nullopt;
+  UErrorCode status = U_ZERO_ERROR;
+  // Truncates fractions; out of range it reports an error and returns the nearest end.
+  const std::int64_t value = number->getInt64(status);
+  if (status != U_ZERO_ERROR && status != U_INVALID_FORMAT_ERROR) return std::nullopt;
+  return value;
+}
+
+std::string NumberFormatter::formatWithoutCache(double value) const {
+  const std::string locale = options_.locale.empty() ? currentLocaleIdentifier() : options_.locale;
+  const auto formatter = makeFormatter(options_, locale);
+  UErrorCode status = U_ZERO_ERROR;
+  const icu::number::FormattedNumber formatted = formatter->formatDouble(value, status);
+  std::string result;
+  formatted.toTempString(status).toUTF8String(result);
+  return U_SUCCESS(status) ? result : std::string();
+}
+
+std::string NumberFormatter::currencySymbol(std::string_view locale) {
+  return currencySymbolOf(locale, icu::DecimalFormatSymbols::kCurrencySymbol);
+}
+
+std::string NumberFormatter::currencyCode(std::string_view locale) {
+  const std::string localeId = locale.empty() ? currentLocaleIdentifier() : std::string(locale);
+  UChar code[4] = {};
+  UErrorCode status = U_ZERO_ERROR;
+  const int32_t length = ucurr_forLocale(localeId.c_str(), code, 4, &status);
+  // No region, no currency: ISO 4217's code for "no currency".
+  if (U_FAILURE(status) || length != 3) return "XXX";
+  return internal::toUtf8(icu::UnicodeString(code, length));
 }
 
 }  // namespace qm

@@ -57,6 +57,20 @@ class NumberFormatter {
   // or the forced decimal separator). Absent when the text is not a number.
   std::optional<double> parse(std::string_view text) const;
 
+  // Parses like `parse` and drops any fraction (toward zero). Values beyond the 64-bit range
+  // give its nearest end. Absent when the text is not a number.
+  std::optional<std::int64_t> parseInteger(std::string_view text) const;
+
+  // Formats with an ICU formatter built for this call alone and then dropped: the cost that
+  // the cache saves. For benchmarks; the text is the same as `format`'s.
+  std::string formatWithoutCache(double value) const;
+
+  // The currency symbol ("€", "$") and ISO 4217 code ("EUR", "USD") of a locale (of its
+  // region); `locale` empty means the current locale. A locale without a region gives ICU's
+  // placeholders "¤" and "XXX".
+  static std::string currencySymbol(std::string_view locale = {});
+  static std::string currencyCode(std::string_view locale = {});
+
  private:
   NumberFormatOptions options_;
 };

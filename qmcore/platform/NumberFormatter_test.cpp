@@ -67,5 +67,35 @@ TEST_F(NumberFormatterTest, ParsesWholeTextsOnly) {
   EXPECT_FALSE(invariant.parse("abc"));
 }
 
+TEST_F(NumberFormatterTest, ParsesIntegersByDroppingTheFraction) {
+  setCurrentLocaleIdentifier("de_DE");
+  const NumberFormatter local(
+      NumberFormatOptions{.maximumFractionDigits = 6, .usesGrouping = true});
+  const struct {
+    const char* text;
+    std::optional<std::int64_t> expected;
+  } cases[] = {{"1.234", 1234},     {"-12,9", -12},     {"12,9", 12},
+               {"x", std::nullopt}, {"", std::nullopt}, {"99999999999999999999", INT64_MAX}};
+  for (const auto& c : cases) EXPECT_EQ(local.parseInteger(c.text), c.expected) << c.text;
+}
+
+TEST_F(NumberFormatterTest, UncachedFormatterWritesTheSameText) {
+  for (const char* locale : {"en_US", "de_DE", "ar_EG"}) {
+    setCurrentLocaleIdentifier(locale);
+    const NumberFormatter two = NumberFormatter::withDecimals(2);
+    for (const double value : {1234.5, -0.125, 1e15}) {
+      EXPECT_EQ(two.formatWithoutCache(value), two.format(value)) << locale << " " << value;
+    }
+  }
+}
+
+TEST_F(NumberFormatterTest, CurrencyOfALocalesRegion) {
+  EXPECT_EQ(NumberFormatter::currencySymbol("de_AT"), "€");
+  EXPECT_EQ(NumberFormatter::currencyCode("ja_JP"), "JPY");
+  EXPECT_EQ(NumberFormatter::currencyCode("de"), "XXX");
+  setCurrentLocaleIdentifier("en_GB");
+  EXPECT_EQ(NumberFormatter::currencyCode(), "GBP");
+}
+
 }  // namespace
 }  // namespace qm

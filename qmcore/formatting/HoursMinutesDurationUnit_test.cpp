@@ -1,0 +1,98 @@
+#include "qmcore/formatting/HoursMinutesDurationUnit.hpp"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+#include "qmcore/formatting/QMFormatterTestSupport.hpp"
+
+namespace qm {
+namespace {
+
+using testing::ScopedLocale;
+using Unit = HoursMinutesDurationUnit;
+
+// The settings with the English titles, whatever the environment's locale is.
+const DurationUnitSettings kHours("Hours", 24, 1, 1, 1, 0);
+const DurationUnitSettings kMinutes("Minutes", 55, 5, 10, 5, 1);
+
+TEST(HoursMinutesDurationUnitTest, DefaultSettings) {
+  EXPECT_EQ(Unit::defaultHoursSettings(), kHours);
+  EXPECT_EQ(Unit::defaultMinutesSettings(), kMinutes);
+  const ScopedLocale german("de_DE");
+  EXPECT_EQ(Unit::defaultHoursSettings().localizedTitle(), "Stunden");
+  EXPECT_EQ(Unit::defaultMinutesSettings().localizedTitle(), "Minuten");
+}
+
+TEST(HoursMinutesDurationUnitTest, UnitAndValueForSeconds) {
+  const struct {
+    std::int64_t seconds;
+    bool hours;
+    std::int64_t value;
+  } cases[] = {
+      {0, false, 0},     {119, false, 1},    {1800, false, 30},
+      {3299, false, 54}, {3599, false, 55},  // 59 minutes, capped at the minutes' maximum
+      {3600, true, 1},   {5399, true, 1},    {5400, true, 2},  // 1.5 hours round up
+      {86400, true, 24}, {200000, true, 24},                   // capped
+      {-60, false, -1},                                        // truncated toward zero
+  };
+  for (const auto& c : cases) {
+    const auto [unit, value] = Unit::unitAndValueForSeconds(c.seconds, kHours, kMinutes);
+    EXPECT_EQ(unit.isHours(), c.hours) << c.seconds;
+    EXPECT_EQ(unit.settings(), c.hours ? kHours : kMinutes) << c.seconds;
+    EXPECT_EQ(value, c.value) << c.seconds;
+    EXPECT_EQ(unit, Unit::unitForSeconds(c.seconds, kHours, kMinutes));
+  }
+}
+
+TEST(HoursMinutesDurationUnitTest, ValuesUseTheGivenSettingsMaximum) {
+  const DurationUnitSettings longHours("Hours", 100, 1, 1, 1, 0);
+  const DurationUnitSettings manyMinutes("Minutes", 1000, 1, 1, 1, 1);
+  const Unit hours = Unit::hours(kHours);
+  const Unit minutes = Unit::minutes(kMinutes);
+  EXPECT_EQ(hours.valueForSeconds(200000, longHours, manyMinutes), 56);
+  EXPECT_EQ(minutes.valueForSeconds(7200, longHours, manyMinutes), 120);
+  EXPECT_EQ(minutes.valueForSeconds(7200, kHours, kMinutes), 55);
+  EXPECT_EQ(hours.valueForSeconds(-5400, kHours, kMinutes), -2);  // halves away from zero
+  EXPECT_EQ(hours.valueForSeconds(std::numeric_limits<std::int64_t>::min(), kHours, kMinutes),
+            -2562047788015216);
+}
+
+TEST(HoursMinutesDurationUnitTest, UnitForIndexMatchesTheHourIndexOnly) {
+  const struct {
+    std::int64_t index;
+    bool hours;
+  } cases[] = {{0, true}, {1, false}, {2, false}, {-1, false}, {99, false}};
+  for (const auto& c : cases) {
+    EXPECT_EQ(Unit::unitForIndex(c.index, kHours, kMinutes).isHours(), c.hours) << c.index;
+  }
+  const DurationUnitSettings hoursSecond("Hours", 24, 1, 1, 1, 1);
+  EXPECT_TRUE(Unit::unitForIndex(1, hoursSecond, kMinutes).isHours());
+}
+
+TEST(HoursMinutesDurationUnitTest, UiDescription) {
+  EXPECT_EQ(Unit::uiDescriptionForSeconds(1800, kHours, kMinutes), "minutes: 30");
+  EXPECT_EQ(Unit::uiDescriptionForSeconds(5400, kHours, kMinutes), "hours: 2");
+  const ScopedLocale german("de_DE");
+  EXPECT_EQ(Unit::uiDescriptionForSeconds(7200, Unit::defaultHoursSettings(),
+                                          Unit::defaultMinutesSettings()),
+            "stunden: 2");
+}
+
+TEST(HoursMinutesDurationUnitTest, SecondsForValue) {
+  EXPECT_EQ(Unit::hours(kHours).secondsForValue(2), 7200);
+  EXPECT_EQ(Unit::minutes(kMinutes).secondsForValue(-3), -180);
+  EXPECT_EQ(Unit::minutes(kMinutes).secondsForValue(0), 0);
+  const std::int64_t largestHours = std::numeric_limits<std::int64_t>::max() / 3600;
+  EXPECT_EQ(Unit::hours(kHours).secondsForValue(largestHours), largestHours * 3600);
+}
+
+TEST(HoursMinutesDurationUnitDeathTest, OverflowingSecondsStopTheProgram) {
+  const std::int64_t tooManyHours = std::numeric_limits<std::int64_t>::max() / 3600 + 1;
+  EXPECT_DEATH(Unit::hours(kHours).secondsForValue(tooManyHours), "overflows");
+  EXPECT_DEATH(Unit::minutes(kMinutes).secondsForValue(std::numeric_limits<std::int64_t>::min()),
+               "overflows");
+}
+
+}  // namespace
+}  // namespace qm
