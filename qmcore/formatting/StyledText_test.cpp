@@ -1,0 +1,103 @@
+#include "qmcore/formatting/StyledText.hpp"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+#include "qmcore/formatting/QMFormatterTestSupport.hpp"
+
+namespace qm {
+namespace {
+
+TEST(StyledText, AppendMergesRunsOfOneFontAndSkipsEmptyText) {
+  const FontDescription a{
+      .name = "A", .size = 10, .weight = FontWeight::kRegular, .fallbackName = ""};
+  FontDescription b = a;
+  b.size = 12;
+  StyledText text;
+  text.append("1", a);
+  text.append("", b);
+  text.append("2", a);
+  text.append("3", b);
+  text.append("4", a);
+  ASSERT_EQ(text.runs().size(), 3u);
+  EXPECT_EQ(text.runs()[0], (StyledRun{.text = "12", .font = a}));
+  EXPECT_EQ(text.runs()[1], (StyledRun{.text = "3", .font = b}));
+  EXPECT_EQ(text.string(), "1234");
+}
+
+TEST(StyledText, SplitFontsAreHelveticaBoldFallingBackToTheBoldMonospacedSystemFont) {
+  const struct {
+    const FontDescription& font;
+    double size;
+  } cases[] = {{StyledText::wholeFont(), 100.0}, {StyledText::decimalFont(), 80.0}};
+  for (const auto& c : cases) {
+    EXPECT_EQ(c.font.name, "Helvetica-Bold");
+    EXPECT_EQ(c.font.size, c.size);
+    EXPECT_EQ(c.font.weight, FontWeight::kBold);
+    const auto fallback = c.font.fallbackFont();
+    ASSERT_TRUE(fallback.has_value());
+    EXPECT_EQ(*fallback, (FontDescription{.name = std::string(kMonospacedSystemFontName),
+                                          .size = c.size,
+                                          .weight = FontWeight::kBold,
+                                          .fallbackName = ""}));
+    EXPECT_FALSE(fallback->fallbackFont().has_value());
+  }
+  EXPECT_EQ(&StyledText::wholeFont(), &StyledText::wholeFont()) << "made once";
+}
+
+TEST(StyledText, SplitFontNumberRoundsAndSplits) {
+  const double inf = std::numeric_limits<double>::infinity();
+  const struct {
+    double value;
+    int precision;
+    const char* whole;
+    const char* decimals;  // nullptr: no decimal run
+  } cases[] = {
+      {12.345, 2, "12", ".35"},  // 1234.5 rounds away from zero
+      {9.999, 2, "10", ".00"},
+      {9.999, 0, "10", nullptr},
+      {12.5, 0, "13", nullptr},
+      {0.29, 2, "0", ".29"},  // 0.29 x 100 is 28.999999999999996
+      {1.05, 2, "1", ".05"},  // zero-padded to exactly n digits
+      {3.005, 3, "3", ".005"},
+      {7.0, 4, "7", ".0000"},
+      {123456.789, 1, "123456", ".8"},
+      {0.5, 19, "0", ".5000000000000000000"},
+      {5.0, -2, "5", nullptr},  // a negative precision counts as 0
+      // Negative values: the fraction keeps its sign, after the point.
+      {-12.345, 2, "-12", ".-35"},
+      {-1.25, 1, "-1", ".-3"},
+      {-0.05, 2, "-0", ".-05"},
+      {-9.999, 2, "-10", ".00"},
+      {-2.4, 0, "-2", nullptr},
+      // Not finite: the printf text and zero decimals.
+      {std::nan(""), 2, "nan", ".00"},
+      {inf, 1, "inf", ".0"},
+      {-inf, 0, "-inf", nullptr},
+  };
+  for (const auto& c : cases) {
+    const StyledText text = StyledText::attributedStringForDouble(c.value, c.precision);
+    SCOPED_TRACE(::testing::Message() << c.value << " with " << c.precision);
+    ASSERT_EQ(text.runs().size(), c.decimals ? 2u : 1u) << text.string();
+    EXPECT_EQ(text.runs()[0], (StyledRun{.text = c.whole, .font = StyledText::wholeFont()}));
+    if (c.decimals) {
+      EXPECT_EQ(text.runs()[1], (StyledRun{.text = c.decimals, .font = StyledText::decimalFont()}));
+    }
+  }
+}
+
+TEST(StyledText, SplitFontNumberIgnoresTheLocale) {
+  const testing::ScopedLocale locale("de_DE");
+  const testing::ScopedGermanCLocale cLocale;
+  EXPECT_EQ(StyledText::attributedStringForDouble(1234.5, 1).string(), "1234.5");
+}
+
+TEST(StyledTextDeathTest, DecimalsBeyondSixtyFourBitsStopTheProgram) {
+  EXPECT_DEATH(StyledText::attributedStringForDouble(0.95, 19), "do not fit in 64 bits");
+  EXPECT_DEATH(StyledText::attributedStringForDouble(12.0, 400), "do not fit in 64 bits");
+}
+
+}  // namespace
+}  // namespace qm
