@@ -11,10 +11,8 @@ namespace qm {
 namespace {
 
 TEST(StyledText, AppendMergesRunsOfOneFontAndSkipsEmptyText) {
-  const FontDescription a{
-      .name = "A", .size = 10, .weight = FontWeight::kRegular, .fallbackName = ""};
-  FontDescription b = a;
-  b.size = 12;
+  const FontDescription a{"A", 10, FontWeight::kRegular, ""};
+  const FontDescription b{"A", 12, FontWeight::kRegular, ""};
   StyledText text;
   text.append("1", a);
   text.append("", b);
@@ -28,23 +26,12 @@ TEST(StyledText, AppendMergesRunsOfOneFontAndSkipsEmptyText) {
 }
 
 TEST(StyledText, SplitFontsAreHelveticaBoldFallingBackToTheBoldMonospacedSystemFont) {
-  const struct {
-    const FontDescription& font;
-    double size;
-  } cases[] = {{StyledText::wholeFont(), 100.0}, {StyledText::decimalFont(), 80.0}};
-  for (const auto& c : cases) {
-    EXPECT_EQ(c.font.name, "Helvetica-Bold");
-    EXPECT_EQ(c.font.size, c.size);
-    EXPECT_EQ(c.font.weight, FontWeight::kBold);
-    const auto fallback = c.font.fallbackFont();
-    ASSERT_TRUE(fallback.has_value());
-    EXPECT_EQ(*fallback, (FontDescription{.name = std::string(kMonospacedSystemFontName),
-                                          .size = c.size,
-                                          .weight = FontWeight::kBold,
-                                          .fallbackName = ""}));
-    EXPECT_FALSE(fallback->fallbackFont().has_value());
+  const std::string system(kMonospacedSystemFontName);
+  for (const auto& [font, size] :
+       {std::pair{&StyledText::wholeFont(), 100.0}, {&StyledText::decimalFont(), 80.0}}) {
+    EXPECT_EQ(*font, (FontDescription{"Helvetica-Bold", size, FontWeight::kBold, system}));
+    EXPECT_EQ(font->fallbackFont(), (FontDescription{system, size, FontWeight::kBold, ""}));
   }
-  EXPECT_EQ(&StyledText::wholeFont(), &StyledText::wholeFont()) << "made once";
 }
 
 TEST(StyledText, SplitFontNumberRoundsAndSplits) {

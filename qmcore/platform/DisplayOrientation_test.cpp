@@ -2,9 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <thread>
-#include <vector>
-
 namespace qm {
 namespace {
 
@@ -51,23 +48,6 @@ TEST_F(CurrentDisplayOrientation, AFixedSourceIgnoresTheProcessValue) {
   fixed.setDisplayOrientation(static_cast<O>(-3));
   EXPECT_EQ(fixed.displayOrientation(), O::kUnknown);
   EXPECT_EQ(FixedDisplayOrientation(static_cast<O>(9)).displayOrientation(), O::kUnknown);
-}
-
-TEST_F(CurrentDisplayOrientation, ReadersOnOtherThreadsOnlySeeValuesTheHostSet) {
-  setCurrentDisplayOrientation(O::kLandscapeLeft);
-  std::vector<std::thread> readers;
-  for (int t = 0; t < 2; ++t) {
-    readers.emplace_back([] {
-      for (int i = 0; i < 10000; ++i) {
-        const O o = currentDisplayOrientation();
-        ASSERT_TRUE(o == O::kLandscapeLeft || o == O::kLandscapeRight);
-      }
-    });
-  }
-  for (int i = 0; i < 10000; ++i) {
-    setCurrentDisplayOrientation(i % 2 ? O::kLandscapeLeft : O::kLandscapeRight);
-  }
-  for (auto& r : readers) r.join();
 }
 
 }  // namespace
