@@ -1,0 +1,335 @@
+// The user's current units: one current unit of every kind and a general unit system
+// (0 metric, 1 imperial, 2 nautical), chosen from the locale at first launch, persisted in the
+// settings store, and announced with "QMUnitsChanged" when they change.
+//
+//   qm::UnitsProvider& units = qm::UnitsProvider::sharedInstance();
+//   units.setGeneralUnitType(1);        // stores, synchronises, posts "QMUnitsChanged"
+//   units.speedUnit()->localizedName(); // "MPH"
+//
+// Most kinds default from the unit system; length, area, vertical speed, pressure and
+// temperature have choices of their own, and the small distance and altitude units (metres or
+// feet) separate settings. Every setter persists first and then re-derives the current units
+// from the store (`establishCurrentUnits`), so the state is always what the store says.
+// Automatic switching from a small to a big unit (metres to kilometres, feet to miles) happens
+// at thresholds derived from per-unit switch values; -1 means "never".
+//
+// Not thread-safe apart from `sharedInstance`: use a provider from one thread at a time.
+// Notifications are delivered synchronously, so observers run before a setter returns.
+
+#ifndef QMCORE_PROVIDER_UNITSPROVIDER_HPP_
+#define QMCORE_PROVIDER_UNITSPROVIDER_HPP_
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "qmcore/platform/NumberFormatter.hpp"
+#include "qmcore/units/QMAltitudeUnit.hpp"
+#include "qmcore/units/QMAreaUnit.hpp"
+#include "qmcore/units/QMDistanceUnit.hpp"
+#include "qmcore/units/QMLengthUnit.hpp"
+#include "qmcore/units/QMPressureUnit.hpp"
+#include "qmcore/units/QMSpeedUnit.hpp"
+#include "qmcore/units/QMTemperatureUnit.hpp"
+#include "qmcore/units/QMUnitTypes.hpp"
+#include "qmcore/units/QMVerticalSpeedUnit.hpp"
+
+namespace qm {
+
+class EnvironmentSettings;
+class NotificationCenter;
+class SettingsStore;
+
+// Settings keys.
+inline constexpr std::string_view QMGeneralUnitPrefKeyName = "DistanceUnitType";
+inline constexpr std::string_view QMNauticalDistanceUnitPrefKeyName = "QMNauticalDistanceUnitType";
+inline constexpr std::string_view QMAltitudeUnitPrefKeyName = "QMAltitudeUnitType";
+// Legacy: overrides the nautical distance and altitude choices until the nautical distance
+// type is set again.
+inline constexpr std::string_view QMOLDNauticalDistanceAndAltitudeUnitPrefKeyName =
+    "knotsAltUnitType";
+inline constexpr std::string_view QMPressureUnitPrefKeyName = "QMPressureUnitType";
+inline constexpr std::string_view QMTemperatureUnitPrefKeyName = "QMTemperatureUnitType";
+inline constexpr std::string_view QMCurrentLengthUnitUuidPrefKeyName = "QMCurrentLengthUnitUuid";
+inline constexpr std::string_view QMCurrentAreaUnitUuidPrefKeyName = "QMCurrentAreaUnitUuid";
+inline constexpr std::string_view QMCurrentVerticalSpeedUnitUuidPrefKeyName =
+    "QMCurrentVerticalSpeedUnitUuid";
+// Per unit, "%@" standing for the unit's uuid.
+inline constexpr std::string_view QMUnitSwitchPrefKeyName = "QMUnitSwitch_%@_Value";
+inline constexpr std::string_view QMVerticalSpeedScalePrefKeyName = "%@_scale";
+
+// Names of the unit systems (keys of the string tables).
+inline constexpr std::string_view QMMetricSystemName = "Metric";
+inline constexpr std::string_view QMImperialSystemName = "Imperial";
+inline constexpr std::string_view QMNauticalSystemName = "Nautical";
+
+// Posted with the provider (`const UnitsProvider*`) as object when the current units change.
+inline constexpr std::string_view QMUnitsChangedNotification = "QMUnitsChanged";
+
+class UnitsProvider {
+ public:
+  template <typename Unit>
+  using Catalog = std::map<std::string, std::shared_ptr<const Unit>, std::less<>>;
+
+  // Restores the current units from `store` (choosing from the locale's measurement system
+  // through `environment` when nothing is stored) and builds the catalogs. Notifications go to
+  // `center`; `center` and `environment` must outlive the provider.
+  UnitsProvider(std::shared_ptr<SettingsStore> store, NotificationCenter& center,
+                EnvironmentSettings& environment);
+  UnitsProvider(const UnitsProvider&) = delete;
+  UnitsProvider& operator=(const UnitsProvider&) = delete;
+
+  // The provider over the standard store, the default centre and the shared environment,
+  // created on first use (thread-safe) and kept for the process lifetime.
+  static UnitsProvider& sharedInstance();
+
+  // ---- Current state -------------------------------------------------------------------------
+
+  std::int64_t generalUnitType() const { return generalUnitType_; }
+  // The small distance and altitude units: 0 metres, 1 feet.
+  std::int64_t distanceUnitType() const { return distanceUnitType_; }
+  std::int64_t altitudeUnitType() const { return altitudeUnitType_; }
+  std::int64_t verticalSpeedUnitScale() const { return verticalSpeedUnitScale_; }
+
+  // Thresholds from which texts switch to the big unit, in metres (square metres for areas);
+  // -1 means never.
+  double distanceSmallToBigThresholdInMeters() const { return distanceSmallToBigThreshold_; }
+  double lengthSmallToBigThresholdInMeters() const { return lengthSmallToBigThreshold_; }
+  double areaSmallToBigThresholdInMeters() const { return areaSmallToBigThreshold_; }
+
+  const std::string& localizedKmUnitAbbreviation() const { return localizedKm_; }
+  const std::string& localizedMileUnitAbbreviation() const { return localizedMile_; }
+  const std::string& localizedNauticalMileUnitAbbreviation() const {
+    return localizedNauticalMile_;
+  }
+  const std::string& localizedMeterUnitAbbreviation() const { return localizedMeter_; }
+  const std::string& localizedCompassTitle() const { return localizedCompassTitle_; }
+  const std::string& localizedGPSCourseTitle() const { return localizedGPSCourseTitle_; }
+  const std::string& localizedCourseTitle() const { return localizedCourseTitle_; }
+
+  const std::shared_ptr<const QMLengthUnit>& lengthUnit() const { return lengthUnit_; }
+  const std::shared_ptr<const QMAreaUnit>& areaUnit() const { return areaUnit_; }
+  const std::shared_ptr<const QMSpeedUnit>& speedUnit() const { return speedUnit_; }
+  const std::shared_ptr<const QMVerticalSpeedUnit>& verticalSpeedUnit() const {
+    return verticalSpeedUnit_;
+  }
+  // The small distance unit: the distance metre or foot.
+  const std::shared_ptr<const QMDistanceUnit>& distanceUnit() const { return distanceUnit_; }
+  const std::shared_ptr<const QMAltitudeUnit>& altitudeUnit() const { return altitudeUnit_; }
+  const std::shared_ptr<const QMPressureUnit>& pressureUnit() const { return pressureUnit_; }
+  const std::shared_ptr<const QMTemperatureUnit>& temperatureUnit() const {
+    return temperatureUnit_;
+  }
+
+  // Plain setters: they replace the current unit only, without storing or notifying.
+  void setLengthUnit(std::shared_ptr<const QMLengthUnit> unit) { lengthUnit_ = std::move(unit); }
+  void setAreaUnit(std::shared_ptr<const QMAreaUnit> unit) { areaUnit_ = std::move(unit); }
+  void setSpeedUnit(std::shared_ptr<const QMSpeedUnit> unit) { speedUnit_ = std::move(unit); }
+  void setDistanceUnit(std::shared_ptr<const QMDistanceUnit> unit) {
+    distanceUnit_ = std::move(unit);
+  }
+  void setAltitudeUnit(std::shared_ptr<const QMAltitudeUnit> unit) {
+    altitudeUnit_ = std::move(unit);
+  }
+
+  // Current locale, at least one integer digit, exactly one fraction digit.
+  const NumberFormatter& decimalSpeedFormatter() const { return decimalSpeedFormatter_; }
+  // A formatter for altitudes that apps may install; none by default.
+  const std::optional<NumberFormatter>& altitudeFormatter() const { return altitudeFormatter_; }
+  void setAltitudeFormatter(std::optional<NumberFormatter> formatter) {
+    altitudeFormatter_ = std::move(formatter);
+  }
+
+  // ---- Catalogs, keyed by uuid ---------------------------------------------------------------
+
+  const Catalog<QMLengthUnit>& builtinLengthUnits() const { return builtinLengthUnits_; }
+  const Catalog<QMAreaUnit>& builtinAreaUnits() const { return builtinAreaUnits_; }
+  const Catalog<QMDistanceUnit>& builtinDistanceUnits() const { return builtinDistanceUnits_; }
+  const Catalog<QMAltitudeUnit>& builtinAltitudeUnits() const { return builtinAltitudeUnits_; }
+  const Catalog<QMPressureUnit>& builtinPressureUnits() const { return builtinPressureUnits_; }
+  const Catalog<QMTemperatureUnit>& builtinTemperatureUnits() const {
+    return builtinTemperatureUnits_;
+  }
+  const Catalog<QMSpeedUnit>& builtinSpeedUnits() const { return builtinSpeedUnits_; }
+  const Catalog<QMVerticalSpeedUnit>& builtinVerticalSpeedUnits() const {
+    return builtinVerticalSpeedUnits_;
+  }
+
+  // The catalog unit with `uuid` (compared by content), or null.
+  std::shared_ptr<const QMLengthUnit> lengthUnitWithUuid(std::string_view uuid) const;
+  std::shared_ptr<const QMAreaUnit> areaUnitWithUuid(std::string_view uuid) const;
+  std::shared_ptr<const QMSpeedUnit> speedUnitWithUuid(std::string_view uuid) const;
+  std::shared_ptr<const QMVerticalSpeedUnit> verticalSpeedUnitWithUuid(std::string_view uuid) const;
+  std::shared_ptr<const QMDistanceUnit> distanceUnitWithUuid(std::string_view uuid) const;
+  // The catalog unit with `uuid`, or the current unit of the kind when there is none.
+  std::shared_ptr<const QMAltitudeUnit> altitudeUnitWithUuid(std::string_view uuid) const;
+  std::shared_ptr<const QMPressureUnit> pressureUnitWithUuid(std::string_view uuid) const;
+  std::shared_ptr<const QMTemperatureUnit> temperatureUnitWithUuid(std::string_view uuid) const;
+
+  // Each catalog sorted by factor: lengths and areas ascending (equal factors: shorter name
+  // first), speeds, vertical speeds, pressures and temperatures ascending, altitudes and
+  // distances descending (biggest first).
+  std::vector<std::shared_ptr<const QMLengthUnit>> allLengthUnits() const;
+  std::vector<std::shared_ptr<const QMAreaUnit>> allAreaUnits() const;
+  std::vector<std::shared_ptr<const QMSpeedUnit>> allSpeedUnits() const;
+  std::vector<std::shared_ptr<const QMVerticalSpeedUnit>> allVerticalSpeedUnits() const;
+  std::vector<std::shared_ptr<const QMPressureUnit>> allPressureUnits() const;
+  std::vector<std::shared_ptr<const QMTemperatureUnit>> allTemperatureUnits() const;
+  std::vector<std::shared_ptr<const QMAltitudeUnit>> allAltitudeUnits() const;
+  std::vector<std::shared_ptr<const QMDistanceUnit>> allDistanceUnits() const;
+
+  // ---- Changing the units (each stores, synchronises and notifies unless unchanged) ----------
+
+  // Nothing when `type` is the current one. Otherwise re-derives every unit, tells the
+  // environment (`switchToDistanceUnit`), stores, posts "QMUnitsChanged", and asks the
+  // environment to synchronise its clients when it supports that.
+  void setGeneralUnitType(std::int64_t type);
+  // Always stores `type` (0 metres, 1 feet) and removes the legacy key; re-derives and notifies
+  // only in nautical mode when the small distance unit changes.
+  void setNauticalDistanceUnitType(std::int64_t type);
+  // 0 metres, 1 feet; nothing when unchanged.
+  void setAltitudeUnitType(std::int64_t type);
+  // Nothing when the unit has the current unit's uuid (by content).
+  void setPressureUnit(const QMPressureUnit& unit);
+  void setTemperatureUnit(const QMTemperatureUnit& unit);
+  void setVerticalSpeedUnit(const QMVerticalSpeedUnit& unit);
+  // Nothing when the unit's uuid is the very constant of the current unit's. Null removes the
+  // choice (back to the system's default). Posts the map-annotation settings' notification
+  // "QMPlanimeterUnitTypeChanged", not "QMUnitsChanged".
+  void setCurrentLengthUnit(const std::shared_ptr<const QMLengthUnit>& unit);
+  void setCurrentAreaUnit(const std::shared_ptr<const QMAreaUnit>& unit);
+  // Stores the scale of `unit`; re-derives and notifies when it is the current unit.
+  void setVerticalSpeedScale(std::int64_t scale, const QMVerticalSpeedUnit& unit);
+  // The stored scale of `unit` (truncated), else its default scale.
+  std::int64_t scaleForVerticalSpeedUnit(const QMVerticalSpeedUnit& unit) const;
+
+  // Posts "QMUnitsChanged" with this provider as object.
+  void notifyOnUnitsChange() const;
+
+  // ---- Restoring from the store (run by the constructor and the setters) ---------------------
+
+  void restoreCurrentGeneralUnitType();
+  void restoreCurrentDistanceUnitType();
+  void restoreCurrentAltitudeUnitType();
+  void restoreCurrentVerticalSpeedUnitType();
+  void restoreCurrentPressureUnitType();
+  void restoreCurrentTemperatureUnitType();
+  // Derives every current unit and the length and area thresholds from the store.
+  void establishCurrentUnits();
+
+  // ---- Distance unit choice ------------------------------------------------------------------
+
+  // The big distance unit of the current system (km, mi or nm).
+  QMDistanceUnitType defaultQMDistanceUnit() const;
+  // The big unit when the distance threshold is at least 0 and at most `meters`, else the
+  // small one (metres or feet).
+  QMDistanceUnitType defaultUnitTypeForDistance(double meters) const;
+
+  // ---- Automatic switching -------------------------------------------------------------------
+
+  // The stored switch value of `unit` when there is one (whatever it is); else the unit's
+  // built-in value when it switches by default; else -1 (never).
+  std::int64_t automaticSwitchValueForUnit(const QMUnit& unit) const;
+  // Stores `value` for `unit`, updates the thresholds and notifies ("QMPlanimeterUnitTypeChanged"
+  // for lengths and areas, "QMUnitsChanged" otherwise).
+  void setAutomaticSwitchValue(std::int64_t value, const QMUnit& unit);
+  // The distance threshold from the current distance unit's switch value.
+  void restoreDistanceSmallToBigThreshold();
+  // "Always keep as <unit>" or "Switch to <big unit> from <value>".
+  std::string rulesDescriptionForUnit(const QMUnit& unit) const;
+  std::string switchDescriptionForUnit(const QMUnit& unit, std::int64_t value) const;
+  std::string shortSwitchDescriptionForUnit(const QMUnit& unit) const;
+  // The name of the unit `unit` switches to (nautical miles instead of kilometres or miles for
+  // distances and lengths in nautical mode); empty when the unit does not switch.
+  std::string localizedNameOfSwitchUnitForUnit(const QMUnit& unit) const;
+
+  // ---- Descriptions --------------------------------------------------------------------------
+
+  std::string descriptionOfCurrentUnits() const;
+  // What unit system `type` means for distances and speeds, for this provider's small unit.
+  std::string descriptionOfUnitsSystem(std::int64_t type) const;
+  // The same through the shared provider.
+  static std::string descriptionOfUnitsSystemShared(std::int64_t type);
+  // The localised system names, indexed by unit system.
+  static std::vector<std::string> allUnitSystems();
+  // The speed subject when units follow the speed unit, else "General".
+  std::string principalUnitLocalizedName() const;
+  static std::string principalUnitLocalizedNameShared();
+  std::string restrictedDistanceUnitSelectionMessage() const;
+  static std::string localizedNameOfImperialSystem();
+  static std::string localizedNameOfMetricSystem();
+  static std::string localizedNameOfNauticalSystem();
+
+  // ---- Calculator (the free functions of QMUnitCalculator.hpp as class operations) -----------
+
+  static double calculateDistance(double meters, std::int64_t unitType);
+  static double calculateKilometricSpeed(double metersPerSecond, std::int64_t unitType);
+  static double convertKiloValue(double value, std::int64_t from, std::int64_t to);
+  static double convertDistanceValue(double value, std::int64_t from, std::int64_t to);
+  static double valueForAltitudeInMeters(double meters, std::int64_t unitType,
+                                         std::int64_t altType);
+
+  // ---- Value texts (UnitsProviderFormatter.cpp) ----------------------------------------------
+
+  // ---- Heading texts (UnitsProviderHeading.cpp) ----------------------------------------------
+
+ private:
+  void buildCatalogs();
+  // Stores the key's new value and synchronises.
+  void storeInteger(std::string_view key, std::int64_t value);
+  void storeString(std::string_view key, std::string_view value);
+  // The length or area threshold for `unit`.
+  double thresholdInMetersForUnit(const QMUnit& unit) const;
+  // Tells the environment to synchronise its clients when it supports that.
+  void synchronizeClientsIfSupported() const;
+  void notifyOnMapSettingsChange() const;
+
+  std::shared_ptr<SettingsStore> store_;
+  NotificationCenter& center_;
+  EnvironmentSettings& environment_;
+
+  std::int64_t generalUnitType_ = 0;
+  std::int64_t distanceUnitType_ = 0;
+  std::int64_t altitudeUnitType_ = 0;
+  std::int64_t verticalSpeedUnitScale_ = 0;
+  double distanceSmallToBigThreshold_ = -1.0;
+  double lengthSmallToBigThreshold_ = -1.0;
+  double areaSmallToBigThreshold_ = -1.0;
+
+  std::string localizedKm_;
+  std::string localizedMile_;
+  std::string localizedNauticalMile_;
+  std::string localizedMeter_;
+  std::string localizedCompassTitle_;
+  std::string localizedGPSCourseTitle_;
+  std::string localizedCourseTitle_;
+
+  std::shared_ptr<const QMLengthUnit> lengthUnit_;
+  std::shared_ptr<const QMAreaUnit> areaUnit_;
+  std::shared_ptr<const QMSpeedUnit> speedUnit_;
+  std::shared_ptr<const QMVerticalSpeedUnit> verticalSpeedUnit_;
+  std::shared_ptr<const QMDistanceUnit> distanceUnit_;
+  std::shared_ptr<const QMAltitudeUnit> altitudeUnit_;
+  std::shared_ptr<const QMPressureUnit> pressureUnit_;
+  std::shared_ptr<const QMTemperatureUnit> temperatureUnit_;
+
+  NumberFormatter decimalSpeedFormatter_;
+  std::optional<NumberFormatter> altitudeFormatter_;
+
+  Catalog<QMLengthUnit> builtinLengthUnits_;
+  Catalog<QMAreaUnit> builtinAreaUnits_;
+  Catalog<QMDistanceUnit> builtinDistanceUnits_;
+  Catalog<QMAltitudeUnit> builtinAltitudeUnits_;
+  Catalog<QMPressureUnit> builtinPressureUnits_;
+  Catalog<QMTemperatureUnit> builtinTemperatureUnits_;
+  Catalog<QMSpeedUnit> builtinSpeedUnits_;
+  Catalog<QMVerticalSpeedUnit> builtinVerticalSpeedUnits_;
+};
+
+}  // namespace qm
+
+#endif  // QMCORE_PROVIDER_UNITSPROVIDER_HPP_

@@ -1,0 +1,93 @@
+// Automatic switching from small to big units: per-unit switch values, the thresholds derived
+// from them, and the texts that describe the rule.
+
+#include "qmcore/platform/SettingsStore.hpp"
+#include "qmcore/provider/UnitsProvider.hpp"
+#include "qmcore/strings/CoreStrings.hpp"
+#include "qmcore/strings/StringFormat.hpp"
+
+namespace qm {
+namespace {
+
+std::string switchKey(std::string_view uuid) {
+  return "QMUnitSwitch_" + std::string(uuid) + "_Value";
+}
+
+bool isKilometreOrMile(std::string_view uuid, std::string_view kilometre, std::string_view mile) {
+  return isSameConstant(uuid, kilometre) || isSameConstant(uuid, mile);
+}
+
+}  // namespace
+
+std::int64_t UnitsProvider::automaticSwitchValueForUnit(const QMUnit& unit) const {
+  const std::string key = switchKey(unit.uuid());
+  if (store_->hasKey(key)) return store_->integerForKey(key);
+  return unit.switchToBiggerUnitByDefault() ? unit.unitSwitchesAtValue()
+                                            : QMUnitShouldNotSwitchAutomatically;
+}
+
+void UnitsProvider::setAutomaticSwitchValue(std::int64_t value, const QMUnit& unit) {
+  storeInteger(switchKey(unit.uuid()), value);
+  const auto unitType = static_cast<std::int64_t>(unit.unitType());
+  if (unit.subject() == QMMeasurementSubject::kDistance && unitType == distanceUnitType_) {
+    distanceSmallToBigThreshold_ =
+        value == QMUnitShouldNotSwitchAutomatically
+            ? -1.0
+            : convertDistanceValue(static_cast<double>(value), unitType, 0);
+  }
+  establishCurrentUnits();
+  if (unit.subject() == QMMeasurementSubject::kLength ||
+      unit.subject() == QMMeasurementSubject::kArea) {
+    notifyOnMapSettingsChange();
+  } else {
+    notifyOnUnitsChange();
+  }
+}
+
+void UnitsProvider::restoreDistanceSmallToBigThreshold() {
+  const std::int64_t value = automaticSwitchValueForUnit(*distanceUnit_);
+  // Feet become metres by division by 3.28084, not by the foot's factor.
+  distanceSmallToBigThreshold_ =
+      value == QMUnitShouldNotSwitchAutomatically
+          ? -1.0
+          : convertDistanceValue(static_cast<double>(value),
+                                 static_cast<std::int64_t>(distanceUnit_->unitType()), 0);
+}
+
+std::string UnitsProvider::rulesDescriptionForUnit(const QMUnit& unit) const {
+  const std::int64_t value = automaticSwitchValueForUnit(unit);
+  if (value == QMUnitShouldNotSwitchAutomatically) {
+    return formatLocalized(CoreStrings::CLSTRING("Always keep as %@"), {unit.localizedName()});
+  }
+  return switchDescriptionForUnit(unit, value);
+}
+
+std::string UnitsProvider::switchDescriptionForUnit(const QMUnit& unit, std::int64_t value) const {
+  return formatLocalized(
+      CoreStrings::CLSTRING("Switch to %1$@ from %2$@"),
+      {localizedNameOfSwitchUnitForUnit(unit), unit.stringForIntegerValue(value)});
+}
+
+std::string UnitsProvider::shortSwitchDescriptionForUnit(const QMUnit& unit) const {
+  return formatLocalized(CoreStrings::CLSTRING("Switch to %@"),
+                         {localizedNameOfSwitchUnitForUnit(unit)});
+}
+
+std::string UnitsProvider::localizedNameOfSwitchUnitForUnit(const QMUnit& unit) const {
+  const auto& bigUnit = unit.canSwitchToUnit();
+  if (!bigUnit) return {};
+  const QMMeasurementSubject subject = unit.subject();
+  if (generalUnitType_ == 2 &&
+      (subject == QMMeasurementSubject::kDistance || subject == QMMeasurementSubject::kLength)) {
+    const std::string_view uuid = bigUnit->uuid();
+    if (isKilometreOrMile(uuid, QMKilometerDistanceUnitUuid, QMMileDistanceUnitUuid)) {
+      return QMDistanceUnit::nauticalMileUnit()->localizedName();
+    }
+    if (isKilometreOrMile(uuid, QMKilometerUnitUuid, QMMileUnitUuid)) {
+      return QMLengthUnit::nauticalMileUnit()->localizedName();
+    }
+  }
+  return bigUnit->localizedName();
+}
+
+}  // namespace qm
