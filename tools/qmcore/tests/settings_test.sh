@@ -1,0 +1,48 @@
+#!/usr/bin/env bash
+# qmcore settings: every change persists, so each run below is a new process over the same store.
+source "$(dirname "$0")/lib.sh" "$@"
+
+# First launch follows the locale.
+expect_line "system: Metrisch" -- --locale de_AT settings
+rm -f "$QM_SETTINGS_PATH"*
+expect_line "distance: .distance-foot (Feet, ft)" -- --locale en_GB settings
+
+expect_line "system: Imperial" -- settings system imperial
+expect_line "distance: .distance-foot (Feet, ft)" -- settings
+expect_line "speed: .speed-mph (MPH, mph)" -- settings
+expect_line "vertical speed: .vspeed-ft/min (feet/minute, ft/min)" -- settings
+expect_line "pressure: .pressure-inHg (inHg, inHg)" -- settings
+expect_line "temperature: .temperature-f (°F, °F)" -- settings
+expect_line "description: Imperial. Distance: Feet. Altitude: Feet. Speed: MPH" -- settings
+
+expect_line "speed: .speed-knot (KNOTS, kts)" -- settings system nautical
+expect_line "distance: .distance-meter (Meters, m)" -- settings nautical-distance metres
+expect_line "altitude: .altitude-meter (Meters, m)" -- settings altitude metres
+expect_line "distance: .distance-meter (Meters, m)" -- settings
+
+expect_line "length: .length-yard (Yard, yd)" -- settings unit length .length-yard
+expect_line "area: .area-hectare (Hectare, ha)" -- settings unit area .area-hectare
+expect_line "pressure: .pressure-hpa (hPa, hPa)" -- settings unit pressure .pressure-hpa
+expect_line "temperature: .temperature-c (°C, °C)" -- settings unit temperature .temperature-c
+expect_line "vertical speed: .vspeed-m/min (meters/minute, m/min)" -- settings unit vspeed .vspeed-m/min
+expect_line "length: .length-foot (Foot, ft)" -- settings unit length default
+
+expect_line "Always keep as Foot" -- settings rules .length-foot
+expect_line "system: Nautical" -- settings switch .length-foot 1000
+expect_line "Switch to Nautical mile from 1000 ft" -- settings rules .length-foot
+expect_line "system: Nautical" -- settings switch .distance-meter never
+expect_line "Always keep as Meters" -- settings rules .distance-meter
+
+expect_fail 2 "unknown unit system 'metrc'" -- settings system metrc
+expect_fail 2 "unknown kind 'speed'" -- settings unit speed .speed-kmh
+expect_fail 2 "unknown length unit '.area-acre'" -- settings unit length .area-acre
+expect_fail 2 "only length and area units" -- settings unit pressure default
+expect_fail 2 "unknown unit '.length-parsec'" -- settings rules .length-parsec
+expect_fail 2 "not a whole number" -- settings switch .length-foot 2.5
+expect_fail 2 "not a number" -- settings switch .length-foot lots
+
+# Another store file leaves the standard one alone.
+expect_line "system: Metrisch" -- --locale de_DE --settings "$work/other.sqlite" settings
+expect_line "speed: .speed-knot (KNOTS, kts)" -- settings
+
+finish
