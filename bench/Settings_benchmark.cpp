@@ -1,6 +1,8 @@
 // The settings store against plain SQLite on the same kind of file, in the same run:
-//   reads: SettingsStore::integerForKey / stringForKey against one prepared SELECT per read;
-//   writes: set + synchronize against one INSERT OR REPLACE in its own transaction.
+//   reads: SettingsStore::integerForKey / stringForKey, and the units provider's stored switch
+//   values, against one prepared SELECT per read;
+//   writes: set + synchronize, and a persisting provider setter, against one INSERT OR REPLACE
+//   in its own transaction.
 // Prints at the end each pair's rates and how many times as fast the store is.
 
 #include <benchmark/benchmark.h>
@@ -12,9 +14,12 @@
 #include <vector>
 
 #include "bench/RatioReporter.hpp"
+#include "qmcore/platform/NotificationCenter.hpp"
 #include "qmcore/platform/SettingsStore.hpp"
 #include "qmcore/platform/SqliteSettingsStore.hpp"
 #include "qmcore/platform/internal/Sqlite.hpp"
+#include "qmcore/provider/EnvironmentSettings.hpp"
+#include "qmcore/provider/UnitsProvider.hpp"
 
 namespace {
 
@@ -146,12 +151,42 @@ void BM_SqliteInsertOrReplace(benchmark::State& state) {
   state.SetItemsProcessed(state.iterations());
 }
 
+// Reads through the provider: a unit's stored switch value (key built, store read).
+void BM_ProviderSwitchValueRead(benchmark::State& state) {
+  const auto store = qm::SettingsStore::openFile(folder().file("provider-read.sqlite"));
+  qm::NotificationCenter center;
+  qm::EnvironmentSettings environment;
+  qm::UnitsProvider provider(store, center, environment);
+  const std::vector<std::shared_ptr<const qm::QMLengthUnit>> units = provider.allLengthUnits();
+  for (const auto& unit : units) provider.setAutomaticSwitchValue(1000, *unit);
+  size_t i = 0;
+  for (auto _ : state) {
+    benchmark::DoNotOptimize(provider.automaticSwitchValueForUnit(*units[i]));
+    i = (i + 1) % units.size();
+  }
+  state.SetItemsProcessed(state.iterations());
+}
+
+// A persisting setter: store, synchronise, re-derive the current units, notify.
+void BM_ProviderSetSynchronize(benchmark::State& state) {
+  const auto store = qm::SettingsStore::openFile(folder().file("provider-write.sqlite"));
+  qm::NotificationCenter center;
+  qm::EnvironmentSettings environment;
+  qm::UnitsProvider provider(store, center, environment);
+  const auto unit = provider.verticalSpeedUnit();
+  std::int64_t i = 0;
+  for (auto _ : state) provider.setVerticalSpeedScale(i++ % 3, *unit);
+  state.SetItemsProcessed(state.iterations());
+}
+
 BENCHMARK(BM_StoreIntegerRead);
+BENCHMARK(BM_ProviderSwitchValueRead);
 BENCHMARK(BM_SqliteIntegerRead);
 BENCHMARK(BM_StoreStringRead);
 BENCHMARK(BM_SqliteStringRead);
 BENCHMARK(BM_StoreSetSynchronize)->UseRealTime();
 BENCHMARK(BM_SqliteInsertOrReplace)->UseRealTime();
+BENCHMARK(BM_ProviderSetSynchronize)->UseRealTime();
 
 }  // namespace
 
@@ -162,7 +197,10 @@ int main(int argc, char** argv) {
   benchmark::RunSpecifiedBenchmarks(&reporter);
   reporter.printRatio("BM_StoreIntegerRead", "BM_SqliteIntegerRead", "reads");
   reporter.printRatio("BM_StoreStringRead", "BM_SqliteStringRead", "reads");
+  reporter.printRatio("BM_ProviderSwitchValueRead", "BM_SqliteIntegerRead", "reads");
   reporter.printRatio("BM_StoreSetSynchronize/real_time", "BM_SqliteInsertOrReplace/real_time",
+                      "writes");
+  reporter.printRatio("BM_ProviderSetSynchronize/real_time", "BM_SqliteInsertOrReplace/real_time",
                       "writes");
   benchmark::Shutdown();
   return 0;
