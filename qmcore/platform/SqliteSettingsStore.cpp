@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cmath>
 #include <cstdio>
@@ -11,6 +12,7 @@
 #include <filesystem>
 #include <limits>
 #include <system_error>
+#include <thread>
 #include <utility>
 
 #include "qmcore/platform/internal/SettingsValueCoding.hpp"
@@ -254,7 +256,7 @@ void SqliteSettingsStore::open() {
   };
 
   const auto connect = [&] {
-    connectAndLoad();
+    connectAndLoadWaitingWhileBusy();
     // What the file holds is loaded; changes can only be kept in memory.
     if (connection_->database.isReadOnly()) keepInMemory("the file is write-protected");
   };
@@ -277,6 +279,23 @@ void SqliteSettingsStore::open() {
     connect();
   } catch (const ErrorException& e) {
     keepInMemory(e.what());
+  }
+}
+
+void SqliteSettingsStore::connectAndLoadWaitingWhileBusy() {
+  // Opening runs steps that SQLite's busy handler does not always wait for (the switch to the
+  // write-ahead log, a first read racing another process that creates the same new file), so
+  // a busy file is retried here for as long as a statement would wait.
+  std::chrono::milliseconds waited{0};
+  for (std::chrono::milliseconds delay{5};; delay = std::min(delay * 2, kMaxOpenRetryDelay)) {
+    try {
+      connectAndLoad();
+      return;
+    } catch (const ErrorException& e) {
+      if (!internal::isBusyError(e.error()) || waited >= kBusyTimeout) throw;
+    }
+    std::this_thread::sleep_for(delay);
+    waited += delay;
   }
 }
 

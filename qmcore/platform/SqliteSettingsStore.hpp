@@ -66,6 +66,8 @@ class SqliteSettingsStore final : public SettingsStore {
 
   // How long a write waits for another process's lock before it fails.
   static constexpr std::chrono::milliseconds kBusyTimeout{10000};
+  // The longest pause between two attempts to open a file another process holds locked.
+  static constexpr std::chrono::milliseconds kMaxOpenRetryDelay{200};
 
  protected:
   void readValue(std::string_view key,
@@ -76,6 +78,7 @@ class SqliteSettingsStore final : public SettingsStore {
 
   void open();
   void connectAndLoad();
+  void connectAndLoadWaitingWhileBusy();
   bool writeChanges();
 
   const std::string path_;
