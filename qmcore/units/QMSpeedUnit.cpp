@@ -2,6 +2,7 @@
 
 #include "qmcore/platform/TextCase.hpp"
 #include "qmcore/strings/CoreStrings.hpp"
+#include "qmcore/strings/StringFormat.hpp"
 #include "qmcore/units/QMUnitConversions.hpp"
 
 namespace qm {
@@ -74,9 +75,10 @@ std::string QMSpeedUnit::uiDescription() const {
 
 std::string QMSpeedUnit::descriptionForSpeedUnit(const QMUnit& unit, const QMUnit& contraUnit1,
                                                  const QMUnit& contraUnit2) const {
-  return stringForValue(1.0) + " = " +
-         contraUnit1.stringForValue(QMConvertUnitValue(unit, contraUnit1, 1.0)) + " or " +
-         contraUnit2.stringForValue(QMConvertUnitValue(unit, contraUnit2, 1.0));
+  return formatLocalized(
+      CoreStrings::CLSTRING("%1$@ = %2$@ or %3$@"),
+      {stringForValue(1.0), contraUnit1.stringForValue(QMConvertUnitValue(unit, contraUnit1, 1.0)),
+       contraUnit2.stringForValue(QMConvertUnitValue(unit, contraUnit2, 1.0))});
 }
 
 }  // namespace qm
