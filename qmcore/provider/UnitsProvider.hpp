@@ -40,9 +40,11 @@
 
 namespace qm {
 
+class DisplayOrientationSource;
 class EnvironmentSettings;
 class NotificationCenter;
 class SettingsStore;
+struct Heading;
 
 // Settings keys.
 inline constexpr std::string_view QMGeneralUnitPrefKeyName = "DistanceUnitType";
@@ -276,6 +278,69 @@ class UnitsProvider {
   // ---- Value texts (UnitsProviderFormatter.cpp) ----------------------------------------------
 
   // ---- Heading texts (UnitsProviderHeading.cpp) ----------------------------------------------
+  //
+  // Angle units (the apps' setting): 0 degrees, 1 mils (6400 to the circle); other codes are
+  // written as degrees. Bearings are degrees clockwise from north. Texts use "." as decimal
+  // point in every locale; cardinal letters and titles come from the string tables. The class
+  // operations may be called from any thread.
+
+  // "NE47" for 47°: the prefix, the cardinal abbreviation (left out when `skipShortPart`) and
+  // the bearing rounded to a whole, as given (400 stays 400). In mils only the number: 90°
+  // gives "1600", without prefix or letters.
+  static std::string textForBearing(double bearing, std::string_view prefix, int angleUnit,
+                                    bool skipShortPart);
+  // The same with one decimal in degrees ("NE47.0"); mils stay whole.
+  static std::string decimalTextForBearing(double bearing, std::string_view prefix, int angleUnit,
+                                           bool skipShortPart);
+  // Identical to decimalTextForBearing (one decimal, whatever the name says).
+  static std::string decimal2TextForBearing(double bearing, std::string_view prefix, int angleUnit,
+                                            bool skipShortPart);
+  // The cardinal abbreviation of `bearing`: "N" below 15 and from 345 on (any value, not
+  // normalised), then "NE" 15-75, "E" 75-105, "SE" 105-165, "S" 165-195, "SW" 195-255,
+  // "W" 255-285, "NW" 285-345 (lower bounds included). Nothing for NaN.
+  static std::optional<std::string> shortCompassBearingText(double bearing);
+  // 0: "°", 1: "mils", other codes: "".
+  static std::string abbreviationForAngleUnitType(int angleUnit);
+  // 0: "°", any other code (mils included): "".
+  static std::string hintAbbreviationForAngleUnitType(int angleUnit);
+
+  // A compass heading against the device's top turned to be against the display's top: +180
+  // upside down, +90 landscape left, -90 landscape right, then one turn added or taken away
+  // when the sum is above 360 or below 0 (360 itself stays 360). Reads the orientation from
+  // `orientation`, by default the process-wide one that the host sets.
+  static double orientationCorrectedForValue(double value);
+  static double orientationCorrectedForValue(double value,
+                                             const DisplayOrientationSource& orientation);
+  // orientationCorrectedForValue of the heading's magnetic heading when `trueOrMagnetic` is
+  // non-zero, else of its true heading.
+  static double orientationCorrectedHeading(const Heading& heading, std::int64_t trueOrMagnetic);
+  static double orientationCorrectedHeading(const Heading& heading, std::int64_t trueOrMagnetic,
+                                            const DisplayOrientationSource& orientation);
+  // textForBearing of the corrected heading, with the cardinal abbreviation.
+  static std::string textForCompassHeading(const Heading& heading, std::int64_t trueOrMagnetic,
+                                           std::string_view prefix, int angleUnit);
+  static std::string textForCompassHeading(const Heading& heading, std::int64_t trueOrMagnetic,
+                                           std::string_view prefix, int angleUnit,
+                                           const DisplayOrientationSource& orientation);
+
+  // The upper-cased titles made when the provider was.
+  const std::string& gpsCourseTitle() const { return localizedGPSCourseTitle_; }
+  const std::string& courseTitle() const { return localizedCourseTitle_; }
+  // "COMPASS (T)": the compass title and, in parentheses, `compassTypeTitle`.
+  std::string compassTitle() const;
+  // The first letter of the north that headings are against, by the environment's `northType`:
+  // "M" (magnetic) when it is non-zero, else "T" (true).
+  std::string compassTypeTitle() const;
+  // The GPS course title of the shared provider, or of `provider`, followed by the hint
+  // abbreviation: "GPS COURSE°" in degrees, "GPS COURSE" in mils.
+  static std::string hintForGPSCourseTitleWithAngleUnitType(int angleUnit);
+  static std::string hintForGPSCourseTitleWithAngleUnitType(int angleUnit,
+                                                            const UnitsProvider& provider);
+  // The compass title of the shared provider, or of `provider`, followed by the hint
+  // abbreviation: "COMPASS (T)°" in degrees, "COMPASS (T)" in mils.
+  static std::string hintForCompassTitleWithAngleUnitType(int angleUnit);
+  static std::string hintForCompassTitleWithAngleUnitType(int angleUnit,
+                                                          const UnitsProvider& provider);
 
  private:
   void buildCatalogs();

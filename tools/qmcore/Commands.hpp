@@ -32,6 +32,7 @@ void addSettingsCommands(CLI::App& app, ToolContext& context);  // settings
 void addDateCommands(CLI::App& app, ToolContext& context);      // date
 void addTextCommands(CLI::App& app, ToolContext& context);      // time, filesize
 void addFormatCommands(CLI::App& app, ToolContext& context);    // format, heading, bearing
+void addHeadingCommands(CLI::App& app, ToolContext& context);   // heading, bearing
 
 }  // namespace qm::tool
 

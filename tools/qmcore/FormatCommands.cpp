@@ -2,6 +2,6 @@
 
 namespace qm::tool {
 
-void addFormatCommands(CLI::App& /*app*/, ToolContext& /*context*/) {}
+void addFormatCommands(CLI::App& app, ToolContext& context) { addHeadingCommands(app, context); }
 
 }  // namespace qm::tool

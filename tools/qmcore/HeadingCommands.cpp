@@ -1,0 +1,128 @@
+// qmcore heading and qmcore bearing: the texts of a compass heading on a turned display, and
+// the quadrant bearing of an azimuth.
+
+#include <charconv>
+#include <cmath>
+#include <cstdint>
+#include <cstdio>
+#include <memory>
+#include <string>
+
+#include "qmcore/formatting/BearingFormatter.hpp"
+#include "qmcore/platform/DisplayOrientation.hpp"
+#include "qmcore/platform/Heading.hpp"
+#include "qmcore/provider/EnvironmentSettings.hpp"
+#include "qmcore/provider/UnitsProvider.hpp"
+#include "tools/qmcore/Commands.hpp"
+#include "tools/qmcore/ProviderSupport.hpp"
+
+namespace qm::tool {
+namespace {
+
+const struct {
+  const char* name;
+  DisplayOrientation orientation;
+} kOrientations[] = {
+    {"portrait", DisplayOrientation::kPortrait},
+    {"upside-down", DisplayOrientation::kPortraitUpsideDown},
+    {"landscape-left", DisplayOrientation::kLandscapeLeft},
+    {"landscape-right", DisplayOrientation::kLandscapeRight},
+    {"unknown", DisplayOrientation::kUnknown},
+};
+
+DisplayOrientation parseOrientation(const std::string& name) {
+  std::string names;
+  for (const auto& o : kOrientations) {
+    if (name == o.name) return o.orientation;
+    names += names.empty() ? "" : ", ";
+    names += o.name;
+  }
+  throw UsageError("unknown orientation '" + name + "' (one of " + names + ")");
+}
+
+double parseAngle(const std::string& text, const std::string& what) {
+  const double value = parseNumber(text, what);
+  if (!std::isfinite(value)) throw UsageError(what + " is not a finite number: '" + text + "'");
+  return value;
+}
+
+// The shortest text that reads back as the same double.
+std::string numberText(double value) {
+  char buffer[64];
+  const auto result = std::to_chars(buffer, buffer + sizeof buffer, value);
+  return std::string(buffer, result.ptr);
+}
+
+// The host's say in the north type for one run: true north, or magnetic with --magnetic.
+class NorthTypeSettings final : public EnvironmentSettingsDelegate {
+ public:
+  explicit NorthTypeSettings(std::int64_t northType) : northType_(northType) {}
+  std::int64_t smallToBigFeetThresholdForDistance() override { return 2000; }
+  std::int64_t smallToBigMetersThresholdForDistance() override { return 1000; }
+  std::int64_t northType() override { return northType_; }
+  bool showsDecimalDotForSpeedUnder100() override { return false; }
+  bool defaultMapShowDotsForConnectionPoints() override { return false; }
+  bool supportsSync() override { return false; }
+  bool unitsAreDrivenBySpeedUnits() override { return false; }
+  void synchronizeClientMeasurementUnits() override {}
+  void switchToDistanceUnit(DistanceUnitType) override {}
+
+ private:
+  std::int64_t northType_;
+};
+
+struct HeadingOptions {
+  std::string degrees;
+  bool mils = false;
+  std::string orientation = "portrait";
+  bool magnetic = false;
+};
+
+void printHeadingTexts(const HeadingOptions& options, const ToolContext& context) {
+  const double degrees = parseAngle(options.degrees, "DEGREES");
+  // As a host app would: report the display orientation and the north type, then ask.
+  setCurrentDisplayOrientation(parseOrientation(options.orientation));
+  const std::int64_t trueOrMagnetic = options.magnetic ? 1 : 0;
+  const auto settings = std::make_shared<NorthTypeSettings>(trueOrMagnetic);
+  EnvironmentSettings::shared().setDelegate(settings);
+
+  // The one reading stands for both headings; the flag picks which one is used.
+  const Heading heading{.trueHeading = degrees, .magneticHeading = degrees};
+  const int angleUnit = options.mils ? 1 : 0;
+  const double corrected = UnitsProvider::orientationCorrectedHeading(heading, trueOrMagnetic);
+  std::printf("orientationCorrectedHeading: %s\n", numberText(corrected).c_str());
+  std::printf("textForCompassHeading: %s\n",
+              UnitsProvider::textForCompassHeading(heading, trueOrMagnetic, "", angleUnit).c_str());
+  std::printf("shortCompassBearingText: %s\n",
+              UnitsProvider::shortCompassBearingText(corrected).value_or("").c_str());
+  std::printf("compassTitle: %s\n", toolProvider(context).compassTitle().c_str());
+}
+
+}  // namespace
+
+void addHeadingCommands(CLI::App& app, ToolContext& context) {
+  CLI::App* heading = app.add_subcommand(
+      "heading",
+      "The texts of a compass heading of DEGREES on a turned display: the corrected heading, "
+      "the compass text, the cardinal abbreviation and the compass title");
+  auto options = std::make_shared<HeadingOptions>();
+  heading->add_option("DEGREES", options->degrees, "The heading against the device's top")
+      ->required();
+  heading->add_flag("--mils", options->mils, "Write the compass text in mils (6400 a circle)");
+  heading->add_option("--orientation", options->orientation,
+                      "The display: portrait (default), upside-down, landscape-left, "
+                      "landscape-right or unknown");
+  heading->add_flag("--magnetic", options->magnetic,
+                    "The heading is against magnetic north (default: true north)");
+  heading->callback([options, &context] { printHeadingTexts(*options, context); });
+
+  CLI::App* bearing = app.add_subcommand(
+      "bearing", "The quadrant bearing of AZIMUTH degrees, e.g. 225.5 gives S45°30'W");
+  auto azimuth = std::make_shared<std::string>();
+  bearing->add_option("AZIMUTH", *azimuth, "Degrees clockwise from north")->required();
+  bearing->callback([azimuth] {
+    std::printf("%s\n", BearingFormatter::textForAzimuth(parseAngle(*azimuth, "AZIMUTH")).c_str());
+  });
+}
+
+}  // namespace qm::tool
