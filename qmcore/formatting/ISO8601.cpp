@@ -9,8 +9,8 @@ namespace {
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 constexpr std::int64_t kMillisPerDay = 86'400'000;
-// The Julian day of 1970-01-01T00:00Z, 2440587.5, in milliseconds.
-constexpr std::int64_t kJulianDayMillisOfUnixEpoch = 210'866'760'000'000;
+// The Julian day of 1970-01-01T00:00Z, 2440587.5, in seconds.
+constexpr double kJulianDaySecondsOfUnixEpoch = 210866760000.0;
 
 // A reading position in a zero-terminated text. `at(i)` may only be called when the bytes
 // before position i are known not to be the terminator, which the parser guarantees by
@@ -174,11 +174,12 @@ double parse(Cursor cursor) {
   // A bare date counts as midnight UTC; anything else after it must be a valid time.
   if (!cursor.atEnd() && !readTimeAndZone(cursor, timeMillis)) return kNaN;
 
-  const std::int64_t millis =
+  const std::int64_t julianMillis =
       julianDayMillis(year, static_cast<int>(month), static_cast<int>(day)) + timeMillis;
-  // Subtracting the epoch in whole milliseconds before dividing gives the double nearest the
-  // exact value (1 ms past 2000 reads as 946684800.001, not 946684800.0010071).
-  return static_cast<double>(millis - kJulianDayMillisOfUnixEpoch) / 1000.0;
+  // Julian-day seconds less those of the Unix epoch, in this order: values with milliseconds
+  // carry the rounding of a double near 2.1e11 (1 ms past 2000 reads 946684800.0010071), and
+  // callers compare with values computed the same way.
+  return static_cast<double>(julianMillis) / 1000.0 - kJulianDaySecondsOfUnixEpoch;
 }
 
 }  // namespace

@@ -5,7 +5,7 @@ source "$(dirname "$0")/lib.sh" "$@"
 # parse: Unix seconds in the shortest fixed-point text, one line per argument.
 expect_line "946681200" -- date parse 2000-01-01T00:00:00+01:00
 expect_line "946728000" -- date parse "2000-01-01 12:00"
-expect_line "946684800.001" -- date parse 2000-01-01T00:00:00.0005Z
+expect_line "946684800.0010071" -- date parse 2000-01-01T00:00:00.0005Z
 expect_line "1000000000" -- date parse 2001-09-09T01:46:40Z
 expect_line "-62198755200" -- date parse -- -0001-01-01
 run_tool date parse 1970-01-01 2000-01-01T00:00:00.5Z 1969-12-31T23:59:59Z
