@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -169,6 +170,31 @@ TEST_F(UnitsProviderTest, SystemChangeAsksTheEnvironmentToSyncOnlyWhenSupported)
   EXPECT_EQ(p.generalUnitType(), 0);
 }
 
+TEST_F(UnitsProviderTest, SyncStepFollowsSystemAndSmallUnitChangesOnly) {
+  UnitsProvider& p = launch("de_DE");
+  delegate_->syncSupported = true;
+  const struct {
+    const char* action;
+    std::function<void()> run;
+    int syncCalls;
+  } cases[] = {
+      {"nautical system", [&] { p.setGeneralUnitType(2); }, 1},
+      {"nautical distance in metres", [&] { p.setNauticalDistanceUnitType(0); }, 1},
+      {"nautical distance in metres again", [&] { p.setNauticalDistanceUnitType(0); }, 0},
+      {"altitude in metres", [&] { p.setAltitudeUnitType(0); }, 1},
+      {"altitude in metres again", [&] { p.setAltitudeUnitType(0); }, 0},
+      {"temperature", [&] { p.setTemperatureUnit(*QMTemperatureUnit::farenheitUnit()); }, 0},
+      {"switch value", [&] { p.setAutomaticSwitchValue(10, *QMDistanceUnit::meterUnit()); }, 0},
+  };
+  for (const auto& c : cases) {
+    const int before = delegate_->syncCalls;
+    c.run();
+    EXPECT_EQ(delegate_->syncCalls - before, c.syncCalls) << c.action;
+  }
+  EXPECT_EQ(p.distanceUnit()->uuid(), ".distance-meter");
+  EXPECT_EQ(p.altitudeUnit()->uuid(), ".altitude-meter");
+}
+
 TEST_F(UnitsProviderTest, StaleStoredIdentifiersFallBack) {
   store_->setString(QMTemperatureUnitPrefKeyName, ".temperature-kelvin");
   store_->setString(QMPressureUnitPrefKeyName, ".pressure-psi");
@@ -256,6 +282,9 @@ TEST_F(UnitsProviderTest, DescriptionsInEnglishAndGerman) {
   UnitsProvider& german = launch("de_DE");
   EXPECT_EQ(german.descriptionOfCurrentUnits(),
             "Metrisch. Entfernung: Meter. Höhe: Meter. Geschwindigkeit: KM/H");
+  EXPECT_EQ(german.rulesDescriptionForUnit(*QMLengthUnit::footUnit()), "Immer in Fuß");
+  // The translation puts the numbered arguments in another order.
+  EXPECT_EQ(german.rulesDescriptionForUnit(*QMDistanceUnit::meterUnit()), "Ab 1000 m in Kilometer");
 }
 
 }  // namespace

@@ -7,13 +7,16 @@ expect_line "system: Metrisch" -- --locale de_AT settings
 rm -f "$QM_SETTINGS_PATH"*
 expect_line "distance: .distance-foot (Feet, ft)" -- --locale en_GB settings
 
+# Chosen in a metric locale, so that only the stored choice can make the next runs imperial.
+expect_line "system: Imperial" -- --locale en_DE settings system imperial
+for line in "distance: .distance-foot (Feet, ft)" "speed: .speed-mph (MPH, mph)" \
+    "vertical speed: .vspeed-ft/min (feet/minute, ft/min)" "pressure: .pressure-inHg (inHg, inHg)" \
+    "temperature: .temperature-f (°F, °F)" \
+    "description: Imperial. Distance: Feet. Altitude: Feet. Speed: MPH"; do
+  expect_line "$line" -- --locale en_DE settings
+done
+# The same system again changes nothing and stores nothing new.
 expect_line "system: Imperial" -- settings system imperial
-expect_line "distance: .distance-foot (Feet, ft)" -- settings
-expect_line "speed: .speed-mph (MPH, mph)" -- settings
-expect_line "vertical speed: .vspeed-ft/min (feet/minute, ft/min)" -- settings
-expect_line "pressure: .pressure-inHg (inHg, inHg)" -- settings
-expect_line "temperature: .temperature-f (°F, °F)" -- settings
-expect_line "description: Imperial. Distance: Feet. Altitude: Feet. Speed: MPH" -- settings
 
 expect_line "speed: .speed-knot (KNOTS, kts)" -- settings system nautical
 expect_line "distance: .distance-meter (Meters, m)" -- settings nautical-distance metres
