@@ -7,7 +7,7 @@ expect_fail 2 "" -- no-such-command
 # Catalogs: one unit a line, sorted as the provider lists them.
 expect_line $'.length-foot\tFoot\tft\t0.30479999\t1 ft = 0.304800 m' -- units length
 expect_line $'.speed-knot\tKNOTS\tkts\t1.852\tNautical. 1.00 kts = 1.85 km/h or 1.15 mph' -- units speed
-expect_line $'.speed-knot\tKNOTEN\tkn\t1.852\tNautisch. 1.00 kn = 1.85 km/h or 1.15 mph' -- --locale de_DE units speed
+expect_line $'.speed-knot\tKNOTEN\tkn\t1.852\tNautisch. 1.00 kn = 1.85 km/h oder 1.15 mph' -- --locale de_DE units speed
 expect_line $'.distance-meter\tMeters\tm\t1\t1 m = 3.280840 ft' -- units distance
 expect_line $'.area-squaremile\tSquare mile\tmi²\t2589988.110336\t1 mi² = 2589988.110336 m²' -- units area
 expect_line $'.pressure-inHg\tinHg\tinHg\t33.8638815767\t1 inHg = 33.86 hPa' -- units pressure
