@@ -314,53 +314,49 @@ void UnitsProvider::setAltitudeUnitType(std::int64_t type) {
   synchronizeClientsIfSupported();
 }
 
-void UnitsProvider::setPressureUnit(const QMPressureUnit& unit) {
-  if (pressureUnit_ && unit.uuid() == pressureUnit_->uuid()) return;
-  storeString(QMPressureUnitPrefKeyName, unit.uuid());
+void UnitsProvider::storeUnitChoice(const QMUnit& unit, const QMUnit* current,
+                                    std::string_view key) {
+  if (current != nullptr && unit.uuid() == current->uuid()) return;
+  storeString(key, unit.uuid());
   establishCurrentUnits();
   notifyOnUnitsChange();
+}
+
+void UnitsProvider::setPressureUnit(const QMPressureUnit& unit) {
+  storeUnitChoice(unit, pressureUnit_.get(), QMPressureUnitPrefKeyName);
 }
 
 void UnitsProvider::setTemperatureUnit(const QMTemperatureUnit& unit) {
-  if (temperatureUnit_ && unit.uuid() == temperatureUnit_->uuid()) return;
-  storeString(QMTemperatureUnitPrefKeyName, unit.uuid());
-  establishCurrentUnits();
-  notifyOnUnitsChange();
+  storeUnitChoice(unit, temperatureUnit_.get(), QMTemperatureUnitPrefKeyName);
 }
 
 void UnitsProvider::setVerticalSpeedUnit(const QMVerticalSpeedUnit& unit) {
-  if (verticalSpeedUnit_ && unit.uuid() == verticalSpeedUnit_->uuid()) return;
-  storeString(QMCurrentVerticalSpeedUnitUuidPrefKeyName, unit.uuid());
+  storeUnitChoice(unit, verticalSpeedUnit_.get(), QMCurrentVerticalSpeedUnitUuidPrefKeyName);
+}
+
+template <typename Unit>
+void UnitsProvider::storeMapUnitChoice(const std::shared_ptr<const Unit>& unit,
+                                       std::shared_ptr<const Unit>& current, std::string_view key) {
+  // Compared by identity of the identifier constant, unlike the other unit choices.
+  if (unit && current && isSameConstant(unit->uuid(), current->uuid())) return;
+  if (unit) {
+    current = unit;
+    storeString(key, unit->uuid());
+  } else {
+    store_->removeObjectForKey(key);
+    store_->synchronize();
+    current = Unit::defaultForDistanceUnitType(generalUnitType_);
+  }
   establishCurrentUnits();
-  notifyOnUnitsChange();
+  notifyOnMapSettingsChange();
 }
 
 void UnitsProvider::setCurrentLengthUnit(const std::shared_ptr<const QMLengthUnit>& unit) {
-  if (unit && lengthUnit_ && isSameConstant(unit->uuid(), lengthUnit_->uuid())) return;
-  if (unit) {
-    lengthUnit_ = unit;
-    storeString(QMCurrentLengthUnitUuidPrefKeyName, unit->uuid());
-  } else {
-    store_->removeObjectForKey(QMCurrentLengthUnitUuidPrefKeyName);
-    store_->synchronize();
-    lengthUnit_ = QMLengthUnit::defaultForDistanceUnitType(generalUnitType_);
-  }
-  establishCurrentUnits();
-  notifyOnMapSettingsChange();
+  storeMapUnitChoice(unit, lengthUnit_, QMCurrentLengthUnitUuidPrefKeyName);
 }
 
 void UnitsProvider::setCurrentAreaUnit(const std::shared_ptr<const QMAreaUnit>& unit) {
-  if (unit && areaUnit_ && isSameConstant(unit->uuid(), areaUnit_->uuid())) return;
-  if (unit) {
-    areaUnit_ = unit;
-    storeString(QMCurrentAreaUnitUuidPrefKeyName, unit->uuid());
-  } else {
-    store_->removeObjectForKey(QMCurrentAreaUnitUuidPrefKeyName);
-    store_->synchronize();
-    areaUnit_ = QMAreaUnit::defaultForDistanceUnitType(generalUnitType_);
-  }
-  establishCurrentUnits();
-  notifyOnMapSettingsChange();
+  storeMapUnitChoice(unit, areaUnit_, QMCurrentAreaUnitUuidPrefKeyName);
 }
 
 void UnitsProvider::setVerticalSpeedScale(std::int64_t scale, const QMVerticalSpeedUnit& unit) {

@@ -347,6 +347,12 @@ class UnitsProvider {
   // Stores the key's new value and synchronises.
   void storeInteger(std::string_view key, std::int64_t value);
   void storeString(std::string_view key, std::string_view value);
+  // The common path of the pressure, temperature and vertical speed setters.
+  void storeUnitChoice(const QMUnit& unit, const QMUnit* current, std::string_view key);
+  // The common path of the length and area setters; null removes the choice.
+  template <typename Unit>
+  void storeMapUnitChoice(const std::shared_ptr<const Unit>& unit,
+                          std::shared_ptr<const Unit>& current, std::string_view key);
   // The length or area threshold for `unit`.
   double thresholdInMetersForUnit(const QMUnit& unit) const;
   // Tells the environment to synchronise its clients when it supports that.
