@@ -60,14 +60,6 @@ TEST(UnitFormatterWrapper, AssignedFormattersAnswerAndThePreviousOnesAreReleased
   EXPECT_EQ(hook.longTextWithLongUnitTypeForDistance(1500.4), "1500");
 }
 
-TEST(UnitFormatterWrapper, TheSharedHookIsOneObject) {
-  UnitFormatterWrapper& shared = UnitFormatterWrapper::shared();
-  const auto saved = shared.speedFormatterDelegate();
-  shared.assignSpeedFormatterDelegate(std::make_shared<FakeSpeed>("x"));
-  EXPECT_EQ(UnitFormatterWrapper::shared().autoDecimalTextForMSSpeed(1), "x");
-  shared.assignSpeedFormatterDelegate(saved);
-}
-
 TEST(UnitFormatterWrapper, AFormatterReplacedDuringACallLivesUntilTheCallEnds) {
   UnitFormatterWrapper hook;
   std::atomic<bool> done = false;
