@@ -234,7 +234,9 @@ class UnitsProvider {
   // ---- Automatic switching -------------------------------------------------------------------
 
   // The stored switch value of `unit` when there is one (whatever it is); else the unit's
-  // built-in value when it switches by default; else -1 (never).
+  // built-in value when it switches by default; else -1 (never). The built-in values of the
+  // distance foot and metre are this provider's environment's answers (both the feet query),
+  // whichever environment the unit object was made under.
   std::int64_t automaticSwitchValueForUnit(const QMUnit& unit) const;
   // Stores `value` for `unit`, updates the thresholds and notifies ("QMPlanimeterUnitTypeChanged"
   // for lengths and areas, "QMUnitsChanged" otherwise).

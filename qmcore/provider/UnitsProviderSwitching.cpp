@@ -2,6 +2,7 @@
 // from them, and the texts that describe the rule.
 
 #include "qmcore/platform/SettingsStore.hpp"
+#include "qmcore/provider/EnvironmentSettings.hpp"
 #include "qmcore/provider/UnitsProvider.hpp"
 #include "qmcore/strings/CoreStrings.hpp"
 #include "qmcore/strings/StringFormat.hpp"
@@ -22,22 +23,30 @@ bool isKilometreOrMile(std::string_view uuid, std::string_view kilometre, std::s
 std::int64_t UnitsProvider::automaticSwitchValueForUnit(const QMUnit& unit) const {
   const std::string key = switchKey(unit.uuid());
   if (store_->hasKey(key)) return store_->integerForKey(key);
-  return unit.switchToBiggerUnitByDefault() ? unit.unitSwitchesAtValue()
-                                            : QMUnitShouldNotSwitchAutomatically;
+  if (!unit.switchToBiggerUnitByDefault()) return QMUnitShouldNotSwitchAutomatically;
+  // The distance units' factories ask the shared environment; this provider's may differ.
+  if (isSameConstant(unit.uuid(), QMFootDistanceUnitUuid)) {
+    return environment_.smallToBigFeetThresholdForDistance();
+  }
+  if (isSameConstant(unit.uuid(), QMMeterDistanceUnitUuid)) {
+    return environment_.smallToBigMetersThresholdForDistance();
+  }
+  return unit.unitSwitchesAtValue();
 }
 
 void UnitsProvider::setAutomaticSwitchValue(std::int64_t value, const QMUnit& unit) {
-  storeInteger(switchKey(unit.uuid()), value);
+  // `unit` may be one of the current units, which establishCurrentUnits replaces: read it first.
+  const QMMeasurementSubject subject = unit.subject();
   const auto unitType = static_cast<std::int64_t>(unit.unitType());
-  if (unit.subject() == QMMeasurementSubject::kDistance && unitType == distanceUnitType_) {
+  storeInteger(switchKey(unit.uuid()), value);
+  if (subject == QMMeasurementSubject::kDistance && unitType == distanceUnitType_) {
     distanceSmallToBigThreshold_ =
         value == QMUnitShouldNotSwitchAutomatically
             ? -1.0
             : convertDistanceValue(static_cast<double>(value), unitType, 0);
   }
   establishCurrentUnits();
-  if (unit.subject() == QMMeasurementSubject::kLength ||
-      unit.subject() == QMMeasurementSubject::kArea) {
+  if (subject == QMMeasurementSubject::kLength || subject == QMMeasurementSubject::kArea) {
     notifyOnMapSettingsChange();
   } else {
     notifyOnUnitsChange();

@@ -8,7 +8,28 @@ namespace {
 
 using testing::UnitsProviderTest;
 
+TEST_F(UnitsProviderTest, DistanceSwitchValuesComeFromTheProvidersEnvironment) {
+  // The metre asks the delegate's feet query too; without a delegate it has 1000 of its own.
+  const struct {
+    bool hasDelegate;
+    std::int64_t feetAnswer;
+    std::int64_t foot, meter;
+    double metricThreshold;
+  } cases[] = {
+      {false, 0, 2000, 1000, 1000.0}, {true, 3000, 3000, 3000, 3000.0}, {true, 0, 0, 0, 0.0}};
+  for (const auto& c : cases) {
+    delegate_->feetThreshold = c.feetAnswer;
+    environment_.setDelegate(c.hasDelegate ? delegate_
+                                           : std::shared_ptr<EnvironmentSettingsDelegate>());
+    const UnitsProvider& p = launch("de_DE");
+    EXPECT_EQ(p.automaticSwitchValueForUnit(*QMDistanceUnit::footUnit()), c.foot);
+    EXPECT_EQ(p.automaticSwitchValueForUnit(*QMDistanceUnit::meterUnit()), c.meter);
+    EXPECT_EQ(p.distanceSmallToBigThresholdInMeters(), c.metricThreshold);
+  }
+}
+
 TEST_F(UnitsProviderTest, SwitchValuesComeFromTheStoreThenTheUnitsDefaults) {
+  environment_.setDelegate(std::shared_ptr<EnvironmentSettingsDelegate>());
   UnitsProvider& p = launch();
   EXPECT_EQ(p.automaticSwitchValueForUnit(*QMDistanceUnit::footUnit()), 2000);
   EXPECT_EQ(p.automaticSwitchValueForUnit(*QMDistanceUnit::meterUnit()), 1000);
@@ -59,7 +80,7 @@ TEST_F(UnitsProviderTest, LengthAndAreaThresholdsAndTheirNotification) {
   EXPECT_EQ(p.areaSmallToBigThresholdInMeters(), -1.0);
 
   p.setCurrentLengthUnit(p.lengthUnitWithUuid(QMFootUnitUuid));
-  p.setAutomaticSwitchValue(500, *QMLengthUnit::footUnit());
+  p.setAutomaticSwitchValue(500, *p.lengthUnit());  // the current unit, replaced on the way
   EXPECT_EQ(p.lengthSmallToBigThresholdInMeters(), 0.30479999 * 500);
 }
 

@@ -247,6 +247,7 @@ TEST_F(UnitsProviderTest, LookupsAndSortedCatalogs) {
 }
 
 TEST_F(UnitsProviderTest, DistanceUnitChoiceFollowsTheThreshold) {
+  environment_.setDelegate(std::shared_ptr<EnvironmentSettingsDelegate>());
   UnitsProvider& p = launch("de_DE");
   ASSERT_EQ(p.distanceSmallToBigThresholdInMeters(), 1000.0);
   const auto small = p.defaultUnitTypeForDistance(999.9);
@@ -284,7 +285,7 @@ TEST_F(UnitsProviderTest, DescriptionsInEnglishAndGerman) {
             "Metrisch. Entfernung: Meter. Höhe: Meter. Geschwindigkeit: KM/H");
   EXPECT_EQ(german.rulesDescriptionForUnit(*QMLengthUnit::footUnit()), "Immer in Fuß");
   // The translation puts the numbered arguments in another order.
-  EXPECT_EQ(german.rulesDescriptionForUnit(*QMDistanceUnit::meterUnit()), "Ab 1000 m in Kilometer");
+  EXPECT_EQ(german.rulesDescriptionForUnit(*QMDistanceUnit::footUnit()), "Ab 2000 ft in Meilen");
 }
 
 }  // namespace
