@@ -27,6 +27,7 @@
 #include <string_view>
 #include <vector>
 
+#include "qmcore/formatting/QMUIValueWithUnit.hpp"
 #include "qmcore/platform/NumberFormatter.hpp"
 #include "qmcore/units/QMAltitudeUnit.hpp"
 #include "qmcore/units/QMAreaUnit.hpp"
@@ -278,6 +279,89 @@ class UnitsProvider {
                                          std::int64_t altType);
 
   // ---- Value texts (UnitsProviderFormatter.cpp) ----------------------------------------------
+  //
+  // Measured values (metres, square metres, metres per second, hectopascals) as the texts shown
+  // and spoken in the current units. Unit system codes as in "qmcore/formatting/
+  // QMUnitsFormatter.hpp": 0 metric, 1 imperial, 2 nautical, 3 imperial with yards. Numbers
+  // are printf texts in the POSIX locale ("." always) unless a unit's own formatter is named;
+  // abbreviations are localized. Nothing throws; a current unit that is null (possible through
+  // the plain setters) gives absent texts, or "" where the result is a plain string.
+
+  // The small-unit label of a code: 0 the localized "m", 1 "ft", 2 "m" or "ft" following
+  // `distanceUnitType`, 3 "yd", other codes "".
+  std::string textForSmallDistanceUnitTypeForGeneralUnitType(std::int64_t unitType) const;
+  // The same, never localized: "m", "ft", "yd".
+  std::string nonLocalizedTextForUnitType(std::int64_t unitType) const;
+  // The altitude unit's label and its spoken name ("meters to go").
+  std::string textForCurrentAltitudeUnit() const;
+  std::string speechTextForCurrentAltitudeUnit() const;
+  // The speed label of the unit system ("km/h", "mph", "kts") and its spoken name.
+  std::string textForCurrentSpeedUnit() const;
+  std::string speechTextForCurrentSpeedUnit() const;
+  // The vertical speed unit's localized abbreviation.
+  std::string textForCurrentVerticalSpeedUnit() const;
+
+  // A distance in the small unit below the distance threshold ("999m", "%.0f") and in the
+  // big unit from the threshold on ("1.00km", "%.2f"); a negative threshold never switches.
+  // In nautical mode the small unit is metres or feet as `distanceUnitType` says.
+  std::string textForDistance(double meters, std::string_view unitSeparator = "") const;
+  // The same as `textForDistance` with no separator.
+  std::string textForMapDistance(double meters) const;
+  // The number and unit of `textForDistance` apart; below the threshold always in the small
+  // unit of `distanceUnitType`.
+  QMUIValueWithUnit uiTextsForDistance(double meters) const;
+  // "%.0f" of the altitude in metres or feet as `altitudeUnitType` says (feet in nautical
+  // mode); "" for other altitude types. Values just below zero (above -0.5) give "0", not "-0".
+  std::string textForAltitudeWithNoUnits(double meters) const;
+
+  // The speed in km/h, mph or knots with one, two or four decimals.
+  std::string decimalTextForAverageSpeedWithNoUnits(double metersPerSecond) const;
+  std::string decimalTextFor2DecimalDigitsAverageSpeedWithNoUnits(double metersPerSecond) const;
+  std::string decimalTextFor4DecimalDigitsAverageSpeedWithNoUnits(double metersPerSecond) const;
+  // The speed in km/h, mph or knots: whole numbers, or below 100 with one decimal in the
+  // current locale ("12,3") when the environment's `showsDecimalDotForSpeedUnder100` is on.
+  std::string autoDecimalTextForMSSpeedWithNoUnits(double metersPerSecond) const;
+  // That number, a blank and the spoken unit name: "36 kilometers per hour".
+  std::string autoDecimalTextForMSSpeed(double metersPerSecond) const;
+
+  // "%.0f" of the distance in feet (when `distanceUnitType` is non-zero) or metres.
+  std::string textForSmallOnlyDistanceWithNoUnits(double meters) const;
+  // The same number followed by the small-unit label, no separator: "328ft".
+  std::string textForSmallOnlyDistance(double meters) const;
+  // "%.2f" in the big unit when `unitType.isKilometric`, else "%.0f" in the small unit.
+  std::string textWithNoUnitsForDistanceInMeters(double meters,
+                                                 const QMDistanceUnitType& unitType) const;
+  // `textForSmallOnlyDistanceWithNoUnits` rounded down to tens above 100: "120" for 128.
+  std::string textForSmallRoundedDistanceWithNoUnits(double meters) const;
+  // The label of a map's 50-point scale ruler at `metersPerPoint`: "120 m", "1.00 km",
+  // "5270 ft", "1.02 mi" (truncated, tens above 100 small units, two decimals in big units).
+  std::string rulerValueForMetersPerPixel(float metersPerPoint) const;
+
+  // A length, area or pressure in the current unit, switched to its bigger unit above its
+  // threshold: "12.5m", "1.234km", "1500.0m²", "29.921inHg" (the unit's own formatter, "."
+  // always, no separator). Lengths that switch in nautical mode go to nautical miles.
+  std::string stringForLengthInMeters(double meters) const;
+  std::string stringForAreaInSquareMeters(double squareMeters) const;
+  std::string stringForPressurehPa(double hPa) const;
+  std::optional<QMUIValueWithUnit> uiTextsForLengthInMeters(double meters) const;
+  std::optional<QMUIValueWithUnit> uiTextsForAreaInSquareMeters(double squareMeters) const;
+  // `value` (in the SI base of `smallUnit`'s kind) in `smallUnit`, or in its `canSwitchToUnit`
+  // when `value` is above the threshold and the threshold above -1. Absent (or "") for a null
+  // unit.
+  std::string stringForMeasureInMeter(double value, const std::shared_ptr<const QMUnit>& smallUnit,
+                                      double thresholdValueInMeters) const;
+  std::optional<QMUIValueWithUnit> uiTextsForMeasureInMeter(
+      double value, const std::shared_ptr<const QMUnit>& smallUnit,
+      double thresholdValueInMeters) const;
+
+  // Metres per second in the current vertical speed unit (no scale applied).
+  double verticalSpeedValueInCurrentUnits(double metersPerSecond) const;
+  // That value by the unit's own formatter: "2.5" (m/s), "150" (m/min).
+  std::string textForVerticalSpeedInMetersPerSecondWithNoUnits(double metersPerSecond) const;
+  // `textForScale` of the current vertical speed unit's scale.
+  std::string textForCurrentVerticalSpeedUnitScale() const;
+  // "x1", "x100" for 0, 2; "/10", "/1000" for -1, -3 (10^n truncated to the 32-bit range).
+  static std::string textForScale(std::int64_t scale);
 
   // ---- Heading texts (UnitsProviderHeading.cpp) ----------------------------------------------
   //

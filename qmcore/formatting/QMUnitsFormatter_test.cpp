@@ -1,0 +1,155 @@
+#include "qmcore/formatting/QMUnitsFormatter.hpp"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "qmcore/formatting/QMFormatterTestSupport.hpp"
+#include "qmcore/formatting/QMStringForFloatPrecision.hpp"
+#include "qmcore/provider/UnitsProviderTestSupport.hpp"
+
+namespace qm {
+namespace {
+
+using F = QMUnitsFormatter;
+
+TEST(QMUnitsFormatter, LabelsForEveryCode) {
+  const struct {
+    std::int64_t code;
+    const char *plural, *speed, *spokenSpeed, *pace, *small, *smallLeft, *bigLeft;
+  } cases[] = {
+      {0, "kilometers", "km/h", "kilometers per hour", "min/km", "Meters", "meters to go",
+       "kilometers to go"},
+      {1, "miles", "mph", "miles per hour", "min/mi", "Feet", "feet to go", "miles to go"},
+      {2, "nautical miles", "kts", "knots", "min/nm", "", "", "nautical miles to go"},
+      // Imperial with yards: miles as the big unit, but no pace and no big distance left.
+      {3, "miles", "mph", "miles per hour", "", "Yards", "yards to go", ""},
+      {4, "", "", "", "", "", "", ""},
+      {-1, "", "", "", "", "", "", ""},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(F::longTextForPluralKilometricUnitType(c.code), c.plural) << c.code;
+    EXPECT_EQ(F::textForKilometricSpeedType(c.code), c.speed) << c.code;
+    EXPECT_EQ(F::speechTextForKilometricSpeedType(c.code), c.spokenSpeed) << c.code;
+    EXPECT_EQ(F::textForPaceUnitWithUnitType(c.code), c.pace) << c.code;
+    EXPECT_EQ(F::longTextForUnitType(c.code), c.small) << c.code;
+    EXPECT_EQ(F::longTextForDistanceLeftUnitType(c.code), c.smallLeft) << c.code;
+    EXPECT_EQ(F::longTextForKilometricDistanceLeftUnitType(c.code), c.bigLeft) << c.code;
+    const auto type = static_cast<DistanceUnitType>(c.code);
+    EXPECT_EQ(F::longTextForDistanceLeftWithUnit({.isKilometric = true, .unitType = type}),
+              c.bigLeft)
+        << c.code;
+    EXPECT_EQ(F::longTextForDistanceLeftWithUnit({.isKilometric = false, .unitType = type}),
+              c.smallLeft)
+        << c.code;
+  }
+}
+
+TEST(QMUnitsFormatter, GermanLabelsButNeverTheImperialSpeedAbbreviations) {
+  const testing::ScopedLocale german("de_DE");
+  EXPECT_EQ(F::longTextForPluralKilometricUnitType(2), "Seemeilen");
+  EXPECT_EQ(F::speechTextForKilometricSpeedType(2), "Knoten");
+  EXPECT_EQ(F::textForKilometricSpeedType(1), "mph");
+  EXPECT_EQ(F::textForKilometricSpeedType(2), "kts");
+  EXPECT_EQ(F::longTextForUnitType(1), "Fuß");
+  EXPECT_EQ(F::longTextForKilometricDistanceLeftUnitType(1), "Meilen verbleibend");
+}
+
+TEST(QMUnitsFormatter, UnitTypesFromTexts) {
+  const struct {
+    std::optional<std::string_view> text;
+    std::int64_t speed, altitude;
+  } cases[] = {
+      {"MPH", 1, 0}, {"KTS", 2, 0},        {"KMH", 0, 0},
+      {"mph", 0, 0}, {" MPH", 0, 0},       {std::nullopt, 0, 0},
+      {"", 0, 0},    {"ft", 0, 1},         {"yd", 0, 3},
+      {"m", 0, 0},   {" \t ft\r\n", 0, 1}, {"\u00A0yd\u3000", 0, 3},  // white space beyond ASCII
+      {"f t", 0, 0}, {"FT", 0, 0},         {"ftx", 0, 0},
+  };
+  for (const auto& c : cases) {
+    const std::string context(c.text.value_or("(absent)"));
+    EXPECT_EQ(F::unitTypeForSpeedString(c.text), c.speed) << context;
+    EXPECT_EQ(F::unitTypeForAltitudeString(c.text), c.altitude) << context;
+  }
+}
+
+TEST(QMUnitsFormatter, PacesAreTruncatedToWholeSeconds) {
+  const double nan = std::nan("");
+  const struct {
+    double metersPerSecond;
+    std::int64_t unit;
+    double pace;
+    const char* text;
+  } cases[] = {
+      {1000 / 359.9, 0, 359.9, "05:59"},  // never rounded up to 06:00
+      {1000 / 360.0, 0, 360.0, "06:00"},
+      {4.4704, 1, 360.0007, "06:00"},       // 10 mph by the library's 0.62137
+      {1852 / 3600.0, 2, 3600.0, "60:00"},  // minutes are not capped at an hour
+      {0.01, 0, 100000.0, "1666:40"},
+      {0.0099, 0, 0.0, "--:--"},  // no pace below 1 cm/s
+      {-3, 1, 0.0, "--:--"},
+      {5, 7, -3600.0, "-60:00"},  // an unknown unit converts to -1
+  };
+  for (const auto& c : cases) {
+    EXPECT_NEAR(F::paceForSpeed(c.metersPerSecond, c.unit), c.pace, 1e-3)
+        << c.metersPerSecond << " " << c.unit;
+    EXPECT_EQ(F::textForPaceForSpeed(c.metersPerSecond, c.unit), c.text)
+        << c.metersPerSecond << " " << c.unit;
+  }
+  EXPECT_EQ(F::textForPaceForSpeed(nan, 0), "--:--");
+}
+
+TEST(QMStringForFloatPrecision, PrintfRoundingInEveryCLocale) {
+  const struct {
+    double value;
+    const char *p0, *p2, *p3;
+  } cases[] = {
+      {0.5, "0", "0.50", "0.500"},
+      {1.5, "2", "1.50", "1.500"},
+      {2.5, "2", "2.50", "2.500"},    // halves to even
+      {1.005, "1", "1.00", "1.005"},  // 1.00499999999999989...
+      {2.675, "3", "2.67", "2.675"},
+      {1.0005, "1", "1.00", "1.000"},
+      {-0.4, "-0", "-0.40", "-0.400"},
+      {1234567.891, "1234568", "1234567.89", "1234567.891"},  // no grouping
+      {1e21, "1000000000000000000000", "1000000000000000000000.00", "1000000000000000000000.000"},
+  };
+  testing::ScopedGermanCLocale cLocale;  // "," would come out if the C locale leaked in
+  for (const auto& c : cases) {
+    EXPECT_EQ(QMStringForFloatPrecision0(c.value), c.p0) << c.value;
+    EXPECT_EQ(QMStringForFloatPrecision2(c.value), c.p2) << c.value;
+    EXPECT_EQ(QMStringForFloatPrecision3(c.value), c.p3) << c.value;
+  }
+}
+
+using QMUnitsFormatterProviderTest = testing::UnitsProviderTest;
+
+TEST_F(QMUnitsFormatterProviderTest, BigUnitAbbreviationsAndChargedDistances) {
+  const struct {
+    const char* locale;
+    std::int64_t code;
+    double meters;
+    const char* separator;
+    const char *abbreviation, *text;
+  } cases[] = {
+      {"en_US", 0, 1234, "", "km", "1.23km"},
+      {"en_US", 1, 1609.344, " ", "mi", "1.00 mi"},
+      {"en_US", 2, 1852, "", "nm", "1.00nm"},
+      {"en_US", 3, 1000, "", "mi", "-1.00mi"},  // no kilometric conversion for yards
+      {"en_US", 5, 1000, "", "", "-1.00"},
+      {"de_DE", 2, 3704, " ", "sm", "2.00 sm"},
+      {"de_DE", 1, 1609.344, "", "mi", "1.00mi"},  // the mile is never translated
+  };
+  for (const auto& c : cases) {
+    const UnitsProvider& p = launch(c.locale);
+    EXPECT_EQ(F::textForKilometricUnitType(c.code, p), c.abbreviation) << c.locale << c.code;
+    EXPECT_EQ(F::textForChargedDistance(c.meters, c.code, c.separator, p), c.text)
+        << c.locale << c.code;
+  }
+}
+
+}  // namespace
+}  // namespace qm
