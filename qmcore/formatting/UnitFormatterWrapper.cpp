@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "qmcore/platform/InvariantFormat.hpp"
+#include "qmcore/provider/UnitsProvider.hpp"
 
 namespace qm {
 namespace {
@@ -23,6 +24,10 @@ class FallbackDistanceFormatter final : public DistanceFormatterDelegate {
 };
 
 }  // namespace
+
+std::optional<std::string> UnitsProviderSpeedFormatter::autoDecimalTextForMSSpeed(double speed) {
+  return provider_.autoDecimalTextForMSSpeed(speed);
+}
 
 UnitFormatterWrapper& UnitFormatterWrapper::shared() {
   static UnitFormatterWrapper instance;

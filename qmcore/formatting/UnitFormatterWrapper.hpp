@@ -25,6 +25,8 @@
 
 namespace qm {
 
+class UnitsProvider;
+
 // Writes speeds for the hook.
 class SpeedFormatterDelegate {
  public:
@@ -39,6 +41,19 @@ class DistanceFormatterDelegate {
   virtual ~DistanceFormatterDelegate() = default;
   // The long, spoken-style text of `distance` in metres.
   virtual std::string longTextWithLongUnitTypeForDistance(double distance) = 0;
+};
+
+// A units provider as the speed formatter: answers with its `autoDecimalTextForMSSpeed` (the
+// speed in the user's unit and its spoken name). The provider must outlive the formatter (the
+// shared provider always does) and, not being thread-safe, is asked on the asking thread: ask
+// for speed texts from the thread that uses the provider.
+class UnitsProviderSpeedFormatter final : public SpeedFormatterDelegate {
+ public:
+  explicit UnitsProviderSpeedFormatter(const UnitsProvider& provider) : provider_(provider) {}
+  std::optional<std::string> autoDecimalTextForMSSpeed(double speed) override;
+
+ private:
+  const UnitsProvider& provider_;
 };
 
 class UnitFormatterWrapper {

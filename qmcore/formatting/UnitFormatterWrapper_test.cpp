@@ -7,6 +7,12 @@
 #include <memory>
 #include <thread>
 
+#include "qmcore/formatting/QMFormatterTestSupport.hpp"
+#include "qmcore/platform/NotificationCenter.hpp"
+#include "qmcore/platform/SettingsStore.hpp"
+#include "qmcore/provider/EnvironmentSettings.hpp"
+#include "qmcore/provider/UnitsProvider.hpp"
+
 namespace qm {
 namespace {
 
@@ -58,6 +64,17 @@ TEST(UnitFormatterWrapper, AssignedFormattersAnswerAndThePreviousOnesAreReleased
   hook.assignDistanceFormatterDelegate(nullptr);
   EXPECT_EQ(hook.autoDecimalTextForMSSpeed(12.7), "13");
   EXPECT_EQ(hook.longTextWithLongUnitTypeForDistance(1500.4), "1500");
+}
+
+TEST(UnitFormatterWrapper, AUnitsProviderServesAsTheSpeedFormatter) {
+  const testing::ScopedLocale locale("de_DE");  // metric: km/h
+  EnvironmentSettings environment;
+  NotificationCenter center;
+  const UnitsProvider provider(SettingsStore::inMemory(), center, environment);
+  UnitFormatterWrapper hook;
+  hook.assignSpeedFormatterDelegate(std::make_shared<UnitsProviderSpeedFormatter>(provider));
+  EXPECT_EQ(hook.autoDecimalTextForMSSpeed(10), provider.autoDecimalTextForMSSpeed(10));
+  EXPECT_NE(hook.autoDecimalTextForMSSpeed(10), "10") << "converted to km/h, not the fallback";
 }
 
 TEST(UnitFormatterWrapper, AFormatterReplacedDuringACallLivesUntilTheCallEnds) {
