@@ -1,19 +1,21 @@
 // Display texts per second of the value texts that screens redraw most: distances
 // (UnitsProvider::textForDistance, printf in the POSIX locale), lengths
 // (stringForLengthInMeters: the unit's ICU number formatter and a string-table lookup) and
-// bearings (UnitsProvider::textForBearing). Each is measured against snprintf of the same
-// text with the unit as a literal, the least any implementation has to do, so that later
-// changes can be compared by their ratio rather than by machine-dependent rates.
+// bearings (UnitsProvider::textForBearing, BearingFormatter::textForAzimuth). Each is measured
+// against snprintf of the same text with the unit as a literal, the least any implementation has to
+// do, so that later changes can be compared by their ratio rather than by machine-dependent rates.
 //
-//   build/values-release/bench/ValueTexts_benchmark
+//   build/release/bench/ValueTexts_benchmark
 
 #include <benchmark/benchmark.h>
 
+#include <cmath>
 #include <cstdio>
 #include <memory>
 #include <string>
 
 #include "bench/RatioReporter.hpp"
+#include "qmcore/formatting/BearingFormatter.hpp"
 #include "qmcore/platform/Locale.hpp"
 #include "qmcore/platform/NotificationCenter.hpp"
 #include "qmcore/platform/SettingsStore.hpp"
@@ -124,6 +126,35 @@ void BM_SnprintfBearing(benchmark::State& state) {
 }
 BENCHMARK(BM_SnprintfBearing);
 
+void BM_TextForAzimuth(benchmark::State& state) {
+  double heading = 0.0;
+  for (auto _ : state) {
+    benchmark::DoNotOptimize(qm::BearingFormatter::textForAzimuth(nextHeading(heading)));
+  }
+  state.SetItemsProcessed(state.iterations());
+}
+BENCHMARK(BM_TextForAzimuth);
+
+void BM_SnprintfAzimuth(benchmark::State& state) {
+  double heading = 0.0;
+  char buffer[64];
+  for (auto _ : state) {
+    const double a = nextHeading(heading);
+    const bool north = a >= 270.0 || a < 90.0;
+    const bool east = a < 180.0;
+    const double angle = a >= 270.0   ? 360.0 - a
+                         : a >= 180.0 ? a - 180.0
+                         : a >= 90.0  ? 180.0 - a
+                                      : a;
+    const double degrees = std::floor(angle);
+    std::snprintf(buffer, sizeof buffer, "%s%.0f°%.0f'%s", north ? "N" : "S", degrees,
+                  std::floor((angle - degrees) * 60.0), east ? "E" : "W");
+    benchmark::DoNotOptimize(std::string(buffer));
+  }
+  state.SetItemsProcessed(state.iterations());
+}
+BENCHMARK(BM_SnprintfAzimuth);
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -136,6 +167,7 @@ int main(int argc, char** argv) {
   reporter.printRatio("BM_TextForDistance", "BM_SnprintfDistance", "texts");
   reporter.printRatio("BM_StringForLengthInMeters", "BM_SnprintfLength", "texts");
   reporter.printRatio("BM_TextForBearing", "BM_SnprintfBearing", "texts");
+  reporter.printRatio("BM_TextForAzimuth", "BM_SnprintfAzimuth", "texts");
   benchmark::Shutdown();
   return 0;
 }
