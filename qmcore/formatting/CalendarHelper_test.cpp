@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "qmcore/formatting/QMFormatterTestSupport.hpp"
+#include "qmcore/testing/ScopedLocale.hpp"
 
 namespace qm {
 namespace {

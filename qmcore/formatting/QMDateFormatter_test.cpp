@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "qmcore/platform/Locale.hpp"
+#include "qmcore/testing/ScopedLocale.hpp"
 
 namespace qm {
 namespace {
@@ -20,20 +21,11 @@ constexpr Date kJanuary = Date::fromUnixSeconds(1610753400.987);
 
 class QMDateFormatterTest : public ::testing::Test {
  protected:
-  void SetUp() override {
-    savedLocale_ = currentLocaleIdentifier();
-    savedTimeZone_ = currentTimeZoneIdentifier();
-  }
-  void TearDown() override {
-    setCurrentLocaleIdentifier(savedLocale_);
-    setCurrentTimeZoneIdentifier(savedTimeZone_);
-  }
+  // The tests set the current locale and time zone freely; these restore them.
+  const testing::ScopedLocale locale_;
+  const testing::ScopedTimeZone timeZone_;
 
   const QMDateFormatter& dates_ = QMDateFormatter::sharedInstance();
-
- private:
-  std::string savedLocale_;
-  std::string savedTimeZone_;
 };
 
 TEST_F(QMDateFormatterTest, FixedFormatsInTwoLocalesAndTwoTimeZones) {

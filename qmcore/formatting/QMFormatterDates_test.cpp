@@ -2,7 +2,7 @@
 
 #include "qmcore/formatting/QMDateFormatter.hpp"
 #include "qmcore/formatting/QMFormatter.hpp"
-#include "qmcore/formatting/QMFormatterTestSupport.hpp"
+#include "qmcore/testing/ScopedLocale.hpp"
 
 namespace qm {
 namespace {

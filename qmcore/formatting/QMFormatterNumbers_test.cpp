@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "qmcore/formatting/QMFormatter.hpp"
-#include "qmcore/formatting/QMFormatterTestSupport.hpp"
+#include "qmcore/testing/ScopedLocale.hpp"
 
 namespace qm {
 namespace {

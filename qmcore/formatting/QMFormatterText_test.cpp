@@ -7,7 +7,7 @@
 #include <set>
 
 #include "qmcore/formatting/QMFormatter.hpp"
-#include "qmcore/formatting/QMFormatterTestSupport.hpp"
+#include "qmcore/testing/ScopedLocale.hpp"
 
 namespace qm {
 namespace {

@@ -7,9 +7,9 @@
 #include <string>
 #include <string_view>
 
-#include "qmcore/formatting/QMFormatterTestSupport.hpp"
 #include "qmcore/formatting/QMStringForFloatPrecision.hpp"
 #include "qmcore/provider/UnitsProviderTestSupport.hpp"
+#include "qmcore/testing/ScopedLocale.hpp"
 
 namespace qm {
 namespace {

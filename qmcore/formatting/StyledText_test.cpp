@@ -5,7 +5,7 @@
 #include <cmath>
 #include <limits>
 
-#include "qmcore/formatting/QMFormatterTestSupport.hpp"
+#include "qmcore/testing/ScopedLocale.hpp"
 
 namespace qm {
 namespace {

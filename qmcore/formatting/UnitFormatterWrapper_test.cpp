@@ -7,11 +7,11 @@
 #include <memory>
 #include <thread>
 
-#include "qmcore/formatting/QMFormatterTestSupport.hpp"
 #include "qmcore/platform/NotificationCenter.hpp"
 #include "qmcore/platform/SettingsStore.hpp"
 #include "qmcore/provider/EnvironmentSettings.hpp"
 #include "qmcore/provider/UnitsProvider.hpp"
+#include "qmcore/testing/ScopedLocale.hpp"
 
 namespace qm {
 namespace {

@@ -4,13 +4,13 @@
 #include <limits>
 #include <memory>
 
-#include "qmcore/formatting/QMFormatterTestSupport.hpp"
 #include "qmcore/platform/DisplayOrientation.hpp"
 #include "qmcore/platform/Heading.hpp"
 #include "qmcore/platform/NotificationCenter.hpp"
 #include "qmcore/platform/SettingsStore.hpp"
 #include "qmcore/provider/UnitsProvider.hpp"
 #include "qmcore/provider/UnitsProviderTestSupport.hpp"
+#include "qmcore/testing/ScopedLocale.hpp"
 
 namespace qm {
 namespace {

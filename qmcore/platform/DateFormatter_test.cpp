@@ -8,6 +8,7 @@
 
 #include "qmcore/platform/InvariantFormat.hpp"
 #include "qmcore/platform/Locale.hpp"
+#include "qmcore/testing/ScopedLocale.hpp"
 
 namespace qm {
 namespace {
@@ -19,18 +20,9 @@ constexpr Date kJanuary = Date::fromUnixSeconds(1610753400.0);
 
 class DateFormatterTest : public ::testing::Test {
  protected:
-  void SetUp() override {
-    savedLocale_ = currentLocaleIdentifier();
-    savedTimeZone_ = currentTimeZoneIdentifier();
-  }
-  void TearDown() override {
-    setCurrentLocaleIdentifier(savedLocale_);
-    setCurrentTimeZoneIdentifier(savedTimeZone_);
-  }
-
- private:
-  std::string savedLocale_;
-  std::string savedTimeZone_;
+  // The tests set the current locale and time zone freely; these restore them.
+  const testing::ScopedLocale locale_;
+  const testing::ScopedTimeZone timeZone_;
 };
 
 TEST_F(DateFormatterTest, FormatsPatternsInGivenLocaleAndTimeZone) {

@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "qmcore/testing/ScopedLocale.hpp"
 #include "qmcore/units/QMAltitudeUnit.hpp"
 #include "qmcore/units/QMAreaUnit.hpp"
 #include "qmcore/units/QMDistanceUnit.hpp"

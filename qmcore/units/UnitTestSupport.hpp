@@ -1,4 +1,4 @@
-// Helpers shared by the unit tests: a one-line summary of a unit and a scoped locale.
+// Helpers shared by the unit tests: a one-line summary of a unit.
 
 #ifndef QMCORE_UNITS_UNITTESTSUPPORT_HPP_
 #define QMCORE_UNITS_UNITTESTSUPPORT_HPP_
@@ -6,10 +6,8 @@
 #include <charconv>
 #include <memory>
 #include <string>
-#include <string_view>
 #include <vector>
 
-#include "qmcore/platform/Locale.hpp"
 #include "qmcore/units/QMUnit.hpp"
 
 namespace qm::testing {
@@ -55,20 +53,6 @@ std::vector<std::string> summaries(const std::vector<std::shared_ptr<const Unit>
   for (const auto& unit : units) result.push_back(summary(*unit));
   return result;
 }
-
-// Sets the current locale for the life of the object.
-class ScopedLocale {
- public:
-  explicit ScopedLocale(std::string_view identifier) : saved_(currentLocaleIdentifier()) {
-    setCurrentLocaleIdentifier(identifier);
-  }
-  ~ScopedLocale() { setCurrentLocaleIdentifier(saved_); }
-  ScopedLocale(const ScopedLocale&) = delete;
-  ScopedLocale& operator=(const ScopedLocale&) = delete;
-
- private:
-  std::string saved_;
-};
 
 }  // namespace qm::testing
 

@@ -1,8 +1,8 @@
-// Test helpers of the formatting tests: the current locale, time zone or C library locale
-// changed for one scope and restored afterwards, so that tests do not depend on their order.
+// Test helpers: the current locale, time zone or C library locale changed for one scope and
+// restored afterwards, so that tests do not depend on their order.
 
-#ifndef QMCORE_FORMATTING_QMFORMATTERTESTSUPPORT_HPP_
-#define QMCORE_FORMATTING_QMFORMATTERTESTSUPPORT_HPP_
+#ifndef QMCORE_TESTING_SCOPEDLOCALE_HPP_
+#define QMCORE_TESTING_SCOPEDLOCALE_HPP_
 
 #include <clocale>
 #include <string>
@@ -12,9 +12,11 @@
 
 namespace qm::testing {
 
+// Restores the current locale on destruction; the one-argument form also sets it.
 class ScopedLocale {
  public:
-  explicit ScopedLocale(std::string_view identifier) : saved_(currentLocaleIdentifier()) {
+  ScopedLocale() : saved_(currentLocaleIdentifier()) {}
+  explicit ScopedLocale(std::string_view identifier) : ScopedLocale() {
     setCurrentLocaleIdentifier(identifier);
   }
   ~ScopedLocale() { setCurrentLocaleIdentifier(saved_); }
@@ -25,9 +27,11 @@ class ScopedLocale {
   std::string saved_;
 };
 
+// Restores the current time zone on destruction; the one-argument form also sets it.
 class ScopedTimeZone {
  public:
-  explicit ScopedTimeZone(std::string_view identifier) : saved_(currentTimeZoneIdentifier()) {
+  ScopedTimeZone() : saved_(currentTimeZoneIdentifier()) {}
+  explicit ScopedTimeZone(std::string_view identifier) : ScopedTimeZone() {
     setCurrentTimeZoneIdentifier(identifier);
   }
   ~ScopedTimeZone() { setCurrentTimeZoneIdentifier(saved_); }
@@ -55,4 +59,4 @@ class ScopedGermanCLocale {
 
 }  // namespace qm::testing
 
-#endif  // QMCORE_FORMATTING_QMFORMATTERTESTSUPPORT_HPP_
+#endif  // QMCORE_TESTING_SCOPEDLOCALE_HPP_
