@@ -58,7 +58,6 @@ TEST_F(UnitsProviderFormatterTest, DistancesSwitchToTheBigUnitAtTheThreshold) {
   } cases[] = {
       {kMetric, 1000, 999.9, "1000m", {"1000", "m"}},   // "%.0f" rounds, the unit stays small
       {kMetric, 1000, 1000, "1.00km", {"1.00", "km"}},  // equality switches
-      {kMetric, 1000, 1609.344, "1.61km", {"1.61", "km"}},
       {kMetric, 1000, -20, "-20m", {"-20", "m"}},
       {kMetric, 0, 0, "0.00km", {"0.00", "km"}},
       {kMetric, -1, 5e6, "5000000m", {"5000000", "m"}},
@@ -66,7 +65,6 @@ TEST_F(UnitsProviderFormatterTest, DistancesSwitchToTheBigUnitAtTheThreshold) {
       {kImperial, 2000, feetThreshold, "0.38mi", {"0.38", "mi"}},
       {kImperial, 2000, 1609.344, "1.00mi", {"1.00", "mi"}},  // 0.62137 a km: 0.99999808
       {kImperial, -1, 1e5, "328084ft", {"328084", "ft"}},
-      {kNauticalFeet, 2000, 100, "328ft", {"328", "ft"}},
       {kNauticalFeet, 2000, 1852, "1.00nm", {"1.00", "nm"}},
       {kNauticalMeters, 1000, 999, "999m", {"999", "m"}},
       {kNauticalMeters, 1000, 2000, "1.08nm", {"1.08", "nm"}},
@@ -97,10 +95,8 @@ TEST_F(UnitsProviderFormatterTest, AltitudesNeverShowMinusZeroAndYardsShowNothin
       {kMetric, 0, 0.5, "0"},
       {kMetric, 0, 1.5, "2"},
       {kImperial, 1, 100, "328"},
-      {kImperial, 1, -0.3, "0"},
       {kImperial, 1, -0.5, "-2"},
       {kImperial, 0, 100, "100"},
-      {kNauticalFeet, 1, 100, "328"},
       // An altitude type other than metres and feet: feet at sea, nothing elsewhere.
       {kNauticalFeet, 3, 100, "328"},
       {kMetric, 3, 100, ""},
@@ -195,13 +191,11 @@ TEST_F(UnitsProviderFormatterTest, SmallOnlyAndRoundedDistances) {
     const char *noUnits, *withUnit, *rounded;
   } cases[] = {
       {kMetric, 123.4, "123", "123m", "120"},
-      {kMetric, 100, "100", "100m", "100"},
       {kMetric, 100.4, "100", "100m", "100"},
       {kMetric, 99.5, "100", "100m", "100"},  // printf: halves to even
       // The remainder is taken in single precision: 33554437 is 33554436 there.
       {kMetric, 33554437, "33554437", "33554437m", "33554431"},
       {kImperial, 100, "328", "328ft", "320"},
-      {kNauticalMeters, 123.4, "123", "123m", "120"},
       {kNauticalFeet, 10, "33", "33ft", "33"},
       // Feet without a label, but metres labelled yards.
       {kYards, 100, "328", "100yd", "320"},
@@ -244,16 +238,13 @@ TEST_F(UnitsProviderFormatterTest, RulerLabelsAroundTheirLimits) {
       {kMetric, 20.1f, "1.00 km"},  // 1.005 in single precision
       {kMetric, 2.57f, "120 m"},    // 128.5 m: truncated, tens above 100
       {kMetric, 2.0f, "100 m"},
-      {kMetric, 2.2f, "110 m"},
       {kMetric, 1.999f, "99 m"},           // 99.95 m: truncated, not rounded
       {kNauticalMeters, 20.1f, "1000 m"},  // the limit at sea is a nautical mile
       {kNauticalMeters, 37.04f, "1850 m"},
       {kNauticalMeters, 40.0f, "1.08 nm"},
       {kImperial, 0.6f, "98 ft"},
-      {kImperial, 30.0f, "4920 ft"},
       {kImperial, 32.18f, "5270 ft"},   // 5278.9 ft
       {kImperial, 32.187f, "1.00 mi"},  // 5280.02 ft
-      {kImperial, 40.0f, "1.24 mi"},
       {kNauticalFeet, 37.0f, "6060 ft"},
       {kNauticalFeet, 37.04f, "1.00 nm"},  // 6076.1 ft
       {kYards, 10.0f, "1640 yd"},          // feet, labelled yards
@@ -274,7 +265,6 @@ TEST_F(UnitsProviderFormatterTest, LengthsAreasAndPressuresSwitchAboveTheirThres
     double value;
     QMUIValueWithUnit ui;
   } cases[] = {
-      {kMetric, kLength, "", 0, 12.34, {"12.3", "m"}},
       {kMetric, kLength, "", 0, 5000, {"5000.0", "m"}},     // lengths never switch by default
       {kMetric, kLength, "", 1000, 1000, {"1000.0", "m"}},  // only above the threshold
       {kMetric, kLength, "", 1000, 1500, {"1.500", "km"}},
@@ -374,9 +364,7 @@ TEST_F(UnitsProviderFormatterTest, VerticalSpeedsWithTheirScales) {
     std::int64_t scale;
     const char* text;
   } scales[] = {{0, "x1"},
-                {2, "x100"},
                 {-1, "/10"},
-                {-3, "/1000"},
                 {9, "x1000000000"},
                 {10, "x2147483647"},
                 {-12, "/2147483647"},
