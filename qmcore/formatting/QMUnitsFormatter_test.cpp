@@ -31,20 +31,19 @@ TEST(QMUnitsFormatter, LabelsForEveryCode) {
       {-1, "", "", "", "", "", "", ""},
   };
   for (const auto& c : cases) {
-    EXPECT_EQ(F::longTextForPluralKilometricUnitType(c.code), c.plural) << c.code;
-    EXPECT_EQ(F::textForKilometricSpeedType(c.code), c.speed) << c.code;
-    EXPECT_EQ(F::speechTextForKilometricSpeedType(c.code), c.spokenSpeed) << c.code;
-    EXPECT_EQ(F::textForPaceUnitWithUnitType(c.code), c.pace) << c.code;
-    EXPECT_EQ(F::longTextForUnitType(c.code), c.small) << c.code;
-    EXPECT_EQ(F::longTextForDistanceLeftUnitType(c.code), c.smallLeft) << c.code;
-    EXPECT_EQ(F::longTextForKilometricDistanceLeftUnitType(c.code), c.bigLeft) << c.code;
+    SCOPED_TRACE(c.code);
+    EXPECT_EQ(F::longTextForPluralKilometricUnitType(c.code), c.plural);
+    EXPECT_EQ(F::textForKilometricSpeedType(c.code), c.speed);
+    EXPECT_EQ(F::speechTextForKilometricSpeedType(c.code), c.spokenSpeed);
+    EXPECT_EQ(F::textForPaceUnitWithUnitType(c.code), c.pace);
+    EXPECT_EQ(F::longTextForUnitType(c.code), c.small);
+    EXPECT_EQ(F::longTextForDistanceLeftUnitType(c.code), c.smallLeft);
+    EXPECT_EQ(F::longTextForKilometricDistanceLeftUnitType(c.code), c.bigLeft);
     const auto type = static_cast<DistanceUnitType>(c.code);
     EXPECT_EQ(F::longTextForDistanceLeftWithUnit({.isKilometric = true, .unitType = type}),
-              c.bigLeft)
-        << c.code;
+              c.bigLeft);
     EXPECT_EQ(F::longTextForDistanceLeftWithUnit({.isKilometric = false, .unitType = type}),
-              c.smallLeft)
-        << c.code;
+              c.smallLeft);
   }
 }
 
@@ -70,9 +69,9 @@ TEST(QMUnitsFormatter, UnitTypesFromTexts) {
       {"f t", 0, 0}, {"FT", 0, 0},         {"ftx", 0, 0},
   };
   for (const auto& c : cases) {
-    const std::string context(c.text.value_or("(absent)"));
-    EXPECT_EQ(F::unitTypeForSpeedString(c.text), c.speed) << context;
-    EXPECT_EQ(F::unitTypeForAltitudeString(c.text), c.altitude) << context;
+    SCOPED_TRACE(c.text.value_or("(absent)"));
+    EXPECT_EQ(F::unitTypeForSpeedString(c.text), c.speed);
+    EXPECT_EQ(F::unitTypeForAltitudeString(c.text), c.altitude);
   }
 }
 

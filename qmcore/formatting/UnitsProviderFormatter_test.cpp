@@ -72,12 +72,12 @@ TEST_F(UnitsProviderFormatterTest, DistancesSwitchToTheBigUnitAtTheThreshold) {
       {kYards, 2000, 100, "100yd", {"100", "yd"}},
   };
   for (const auto& c : cases) {
-    const std::string context = std::string(c.system.name) + " " + std::to_string(c.meters);
+    SCOPED_TRACE(std::string(c.system.name) + " " + std::to_string(c.meters));
     const UnitsProvider& p = launchIn(c.system, c.switchValue);
-    EXPECT_EQ(p.textForDistance(c.meters), c.text) << context;
-    EXPECT_EQ(p.textForMapDistance(c.meters), c.text) << context;
-    EXPECT_EQ(p.uiTextsForDistance(c.meters), c.ui) << context;
-    EXPECT_EQ(p.textForDistance(c.meters, " "), c.ui.uiValue + " " + c.ui.unitText) << context;
+    EXPECT_EQ(p.textForDistance(c.meters), c.text);
+    EXPECT_EQ(p.textForMapDistance(c.meters), c.text);
+    EXPECT_EQ(p.uiTextsForDistance(c.meters), c.ui);
+    EXPECT_EQ(p.textForDistance(c.meters, " "), c.ui.uiValue + " " + c.ui.unitText);
   }
 }
 
@@ -168,18 +168,15 @@ TEST_F(UnitsProviderFormatterTest, SpeedsInTheSystemsUnit) {
       {kNauticalFeet, false, 0, "0", "0 knots", "0.0", "0.00", "0.0000"},
   };
   for (const auto& c : cases) {
-    const std::string context =
-        std::string(c.system.name) + " " + std::to_string(c.metersPerSecond);
+    SCOPED_TRACE(std::string(c.system.name) + " " + std::to_string(c.metersPerSecond));
     const auto decimal = std::make_shared<DecimalSpeedDelegate>();
     if (c.decimalUnder100) environment_.setDelegate(decimal);
     const UnitsProvider& p = launchIn(c.system);
-    EXPECT_EQ(p.autoDecimalTextForMSSpeedWithNoUnits(c.metersPerSecond), c.automatic) << context;
-    EXPECT_EQ(p.autoDecimalTextForMSSpeed(c.metersPerSecond), c.spoken) << context;
-    EXPECT_EQ(p.decimalTextForAverageSpeedWithNoUnits(c.metersPerSecond), c.average) << context;
-    EXPECT_EQ(p.decimalTextFor2DecimalDigitsAverageSpeedWithNoUnits(c.metersPerSecond), c.average2)
-        << context;
-    EXPECT_EQ(p.decimalTextFor4DecimalDigitsAverageSpeedWithNoUnits(c.metersPerSecond), c.average4)
-        << context;
+    EXPECT_EQ(p.autoDecimalTextForMSSpeedWithNoUnits(c.metersPerSecond), c.automatic);
+    EXPECT_EQ(p.autoDecimalTextForMSSpeed(c.metersPerSecond), c.spoken);
+    EXPECT_EQ(p.decimalTextForAverageSpeedWithNoUnits(c.metersPerSecond), c.average);
+    EXPECT_EQ(p.decimalTextFor2DecimalDigitsAverageSpeedWithNoUnits(c.metersPerSecond), c.average2);
+    EXPECT_EQ(p.decimalTextFor4DecimalDigitsAverageSpeedWithNoUnits(c.metersPerSecond), c.average4);
     environment_.setDelegate(delegate_);
   }
 }
@@ -201,11 +198,11 @@ TEST_F(UnitsProviderFormatterTest, SmallOnlyAndRoundedDistances) {
       {kYards, 100, "328", "100yd", "320"},
   };
   for (const auto& c : cases) {
-    const std::string context = std::string(c.system.name) + " " + std::to_string(c.meters);
+    SCOPED_TRACE(std::string(c.system.name) + " " + std::to_string(c.meters));
     const UnitsProvider& p = launchIn(c.system);
-    EXPECT_EQ(p.textForSmallOnlyDistanceWithNoUnits(c.meters), c.noUnits) << context;
-    EXPECT_EQ(p.textForSmallOnlyDistance(c.meters), c.withUnit) << context;
-    EXPECT_EQ(p.textForSmallRoundedDistanceWithNoUnits(c.meters), c.rounded) << context;
+    EXPECT_EQ(p.textForSmallOnlyDistanceWithNoUnits(c.meters), c.noUnits);
+    EXPECT_EQ(p.textForSmallOnlyDistance(c.meters), c.withUnit);
+    EXPECT_EQ(p.textForSmallRoundedDistanceWithNoUnits(c.meters), c.rounded);
   }
 
   const UnitsProvider& p = launchIn(kMetric);
@@ -283,7 +280,7 @@ TEST_F(UnitsProviderFormatterTest, LengthsAreasAndPressuresSwitchAboveTheirThres
       {kImperial, kPressure, "", 0, 1013.25, {"29.921", "inHg"}},
   };
   for (const auto& c : cases) {
-    const std::string context = std::string(c.system.name) + " " + std::to_string(c.value);
+    SCOPED_TRACE(std::string(c.system.name) + " " + std::to_string(c.value));
     UnitsProvider& p = launchIn(c.system);
     if (!c.smallUnit.empty()) p.setCurrentLengthUnit(p.lengthUnitWithUuid(c.smallUnit));
     if (c.switchValue != 0) {
@@ -294,15 +291,15 @@ TEST_F(UnitsProviderFormatterTest, LengthsAreasAndPressuresSwitchAboveTheirThres
     const std::string text = c.ui.uiValue + c.ui.unitText;
     switch (c.kind) {
       case kLength:
-        EXPECT_EQ(p.stringForLengthInMeters(c.value), text) << context;
-        EXPECT_EQ(p.uiTextsForLengthInMeters(c.value), c.ui) << context;
+        EXPECT_EQ(p.stringForLengthInMeters(c.value), text);
+        EXPECT_EQ(p.uiTextsForLengthInMeters(c.value), c.ui);
         break;
       case kArea:
-        EXPECT_EQ(p.stringForAreaInSquareMeters(c.value), text) << context;
-        EXPECT_EQ(p.uiTextsForAreaInSquareMeters(c.value), c.ui) << context;
+        EXPECT_EQ(p.stringForAreaInSquareMeters(c.value), text);
+        EXPECT_EQ(p.uiTextsForAreaInSquareMeters(c.value), c.ui);
         break;
       case kPressure:
-        EXPECT_EQ(p.stringForPressurehPa(c.value), text) << context;
+        EXPECT_EQ(p.stringForPressurehPa(c.value), text);
         break;
     }
   }
@@ -350,12 +347,11 @@ TEST_F(UnitsProviderFormatterTest, VerticalSpeedsWithTheirScales) {
     UnitsProvider& p = launchIn(kMetric);
     p.setVerticalSpeedUnit(*c.unit);
     if (c.scale) p.setVerticalSpeedScale(*c.scale, *c.unit);
-    const std::string context(c.unit->uuid());
-    EXPECT_NEAR(p.verticalSpeedValueInCurrentUnits(c.metersPerSecond), c.value, 1e-9) << context;
-    EXPECT_EQ(p.textForVerticalSpeedInMetersPerSecondWithNoUnits(c.metersPerSecond), c.text)
-        << context;
-    EXPECT_EQ(p.textForCurrentVerticalSpeedUnitScale(), c.scaleText) << context;
-    EXPECT_EQ(p.textForCurrentVerticalSpeedUnit(), c.unit->abbreviation()) << context;
+    SCOPED_TRACE(c.unit->uuid());
+    EXPECT_NEAR(p.verticalSpeedValueInCurrentUnits(c.metersPerSecond), c.value, 1e-9);
+    EXPECT_EQ(p.textForVerticalSpeedInMetersPerSecondWithNoUnits(c.metersPerSecond), c.text);
+    EXPECT_EQ(p.textForCurrentVerticalSpeedUnitScale(), c.scaleText);
+    EXPECT_EQ(p.textForCurrentVerticalSpeedUnit(), c.unit->abbreviation());
   }
 
   const std::int64_t int64Min = std::numeric_limits<std::int64_t>::min();
