@@ -16,12 +16,17 @@ using Unit = HoursMinutesDurationUnit;
 const DurationUnitSettings kHours("Hours", 24, 1, 1, 1, 0);
 const DurationUnitSettings kMinutes("Minutes", 55, 5, 10, 5, 1);
 
-TEST(HoursMinutesDurationUnitTest, DefaultSettings) {
+TEST(HoursMinutesDurationUnitTest, DefaultSettingsAndDescriptions) {
   EXPECT_EQ(Unit::defaultHoursSettings(), kHours);
   EXPECT_EQ(Unit::defaultMinutesSettings(), kMinutes);
+  EXPECT_EQ(Unit::uiDescriptionForSeconds(1800, kHours, kMinutes), "minutes: 30");
+  EXPECT_EQ(Unit::uiDescriptionForSeconds(5400, kHours, kMinutes), "hours: 2");
   const ScopedLocale german("de_DE");
   EXPECT_EQ(Unit::defaultHoursSettings().localizedTitle(), "Stunden");
   EXPECT_EQ(Unit::defaultMinutesSettings().localizedTitle(), "Minuten");
+  EXPECT_EQ(Unit::uiDescriptionForSeconds(7200, Unit::defaultHoursSettings(),
+                                          Unit::defaultMinutesSettings()),
+            "stunden: 2");
 }
 
 TEST(HoursMinutesDurationUnitTest, UnitAndValueForSeconds) {
@@ -68,15 +73,6 @@ TEST(HoursMinutesDurationUnitTest, UnitForIndexMatchesTheHourIndexOnly) {
   }
   const DurationUnitSettings hoursSecond("Hours", 24, 1, 1, 1, 1);
   EXPECT_TRUE(Unit::unitForIndex(1, hoursSecond, kMinutes).isHours());
-}
-
-TEST(HoursMinutesDurationUnitTest, UiDescription) {
-  EXPECT_EQ(Unit::uiDescriptionForSeconds(1800, kHours, kMinutes), "minutes: 30");
-  EXPECT_EQ(Unit::uiDescriptionForSeconds(5400, kHours, kMinutes), "hours: 2");
-  const ScopedLocale german("de_DE");
-  EXPECT_EQ(Unit::uiDescriptionForSeconds(7200, Unit::defaultHoursSettings(),
-                                          Unit::defaultMinutesSettings()),
-            "stunden: 2");
 }
 
 TEST(HoursMinutesDurationUnitTest, SecondsForValue) {
