@@ -159,11 +159,15 @@ TEST(QMFormatterNumbersTest, CurrencyOfTheCurrentLocale) {
     const char* locale;
     const char* symbol;
     const char* code;
-  } cases[] = {{"en_US", "$", "USD"}, {"de_DE", "€", "EUR"}, {"en_GB", "£", "GBP"}};
+    const char* properties;
+  } cases[] = {{"en_US", "$", "USD", "Currency: $ (USD), Locale: en_US"},
+               {"de_DE", "€", "EUR", "Währung: € (EUR), Locale: de_DE"},
+               {"en_GB", "£", "GBP", "Currency: £ (GBP), Locale: en_GB"}};
   for (const auto& c : cases) {
     const ScopedLocale scoped(c.locale);
     EXPECT_EQ(QMFormatter::localizationBasedCurrencySymbol(), c.symbol) << c.locale;
     EXPECT_EQ(QMFormatter::localizationBasedCurrencyCode(), c.code) << c.locale;
+    EXPECT_EQ(QMFormatter::currencyPropertiesString(), c.properties);
   }
 }
 

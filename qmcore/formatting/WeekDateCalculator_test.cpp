@@ -63,17 +63,19 @@ TEST(WeekDateCalculatorTest, TheEndIsTheLastSecondOfTheSeventhDayAcrossSummerTim
   EXPECT_EQ(week.endDate(), at(1711922399.0));    // Sunday 2024-03-31 23:59:59 CEST
 }
 
-TEST(WeekDateCalculatorTest, AnInvalidFirstDayKeepsTheLocalesFirstWeekday) {
+TEST(WeekDateCalculatorTest, TheLocalesFirstWeekdayAndMediumDateStyle) {
   const ScopedTimeZone utc("UTC");
   const struct {
     const char* locale;
-    double start;
-  } cases[] = {{"en_US", 1672531200.0}, {"de_DE", 1672012800.0}};
+    double start;  // of the week, when the first day given is no weekday
+    const char* date;
+  } cases[] = {{"en_US", 1672531200.0, "Jan 1, 2023"}, {"de_DE", 1672012800.0, "01.01.2023"}};
   for (const auto& c : cases) {
     const ScopedLocale locale(c.locale);
     EXPECT_EQ(WeekDateCalculator::getWeekDates(0, 0, at(kSunday2023Jan1Noon)).startDate(),
               at(c.start))
         << c.locale;
+    EXPECT_EQ(WeekDateCalculator::formatDate(at(kSunday2023Jan1Noon)), c.date);
   }
 }
 
@@ -81,18 +83,6 @@ TEST(WeekDateCalculatorTest, TheCurrentMomentByDefault) {
   const WeekDates week = WeekDateCalculator::getWeekDates(0, 2);
   EXPECT_LE(week.startDate(), Date::now());
   EXPECT_GE(week.endDate(), Date::now());
-}
-
-TEST(WeekDateCalculatorTest, FormatDateInTheMediumStyle) {
-  const ScopedTimeZone utc("UTC");
-  const struct {
-    const char* locale;
-    const char* expected;
-  } cases[] = {{"en_US", "Jan 1, 2023"}, {"de_DE", "01.01.2023"}};
-  for (const auto& c : cases) {
-    const ScopedLocale locale(c.locale);
-    EXPECT_EQ(WeekDateCalculator::formatDate(at(kSunday2023Jan1Noon)), c.expected);
-  }
 }
 
 TEST(WeekDateCalculatorDeathTest, AMomentTheCalendarCannotPlaceStopsTheProgram) {
