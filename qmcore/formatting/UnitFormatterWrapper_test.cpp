@@ -30,14 +30,11 @@ struct FakeDistance : DistanceFormatterDelegate {
 
 TEST(UnitFormatterWrapper, FallbacksAnswerWithTheRawRoundedNumber) {
   const UnitFormatterWrapper hook;
+  // Rounded as printf rounds the exact binary value: 2.5 goes to the even 2.
   const struct {
     double value;
     const char* expected;
-  } cases[] = {
-      {12.7, "13"},          {1500.4, "1500"}, {3.6, "4"}, {-7.6, "-8"},
-      {std::nan(""), "nan"}, {2.5, "2"},  // printf's rounding of the exact binary value: ties to
-                                          // even
-  };
+  } cases[] = {{12.7, "13"}, {1500.4, "1500"}, {-7.6, "-8"}, {std::nan(""), "nan"}, {2.5, "2"}};
   for (const auto& c : cases) {
     EXPECT_EQ(hook.autoDecimalTextForMSSpeed(c.value), c.expected) << c.value;
     EXPECT_EQ(hook.longTextWithLongUnitTypeForDistance(c.value), c.expected) << c.value;
