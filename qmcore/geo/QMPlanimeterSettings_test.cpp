@@ -16,15 +16,7 @@ namespace {
 
 class DotsDelegate : public EnvironmentSettingsDelegate {
  public:
-  std::int64_t smallToBigFeetThresholdForDistance() override { return 2000; }
-  std::int64_t smallToBigMetersThresholdForDistance() override { return 1000; }
-  std::int64_t northType() override { return 0; }
-  bool showsDecimalDotForSpeedUnder100() override { return false; }
   bool defaultMapShowDotsForConnectionPoints() override { return true; }
-  bool supportsSync() override { return false; }
-  bool unitsAreDrivenBySpeedUnits() override { return false; }
-  void synchronizeClientMeasurementUnits() override {}
-  void switchToDistanceUnit(DistanceUnitType) override {}
 };
 
 class PlanimeterSettingsTest : public ::testing::Test {

@@ -28,26 +28,27 @@
 
 namespace qm {
 
-// Implemented by the application; every query is synchronous.
+// Implemented by the application; every query is synchronous. Each operation's default is the
+// answer the library gives without a delegate, so a delegate overrides only what the app decides.
 class EnvironmentSettingsDelegate {
  public:
   virtual ~EnvironmentSettingsDelegate() = default;
 
   // Distance (in feet) from which distances switch from feet to miles.
-  virtual std::int64_t smallToBigFeetThresholdForDistance() = 0;
+  virtual std::int64_t smallToBigFeetThresholdForDistance() { return 2000; }
   // Distance in metres from which distances switch to kilometres. The library never calls
   // it: `EnvironmentSettings` answers this question with the feet query.
-  virtual std::int64_t smallToBigMetersThresholdForDistance() = 0;
+  virtual std::int64_t smallToBigMetersThresholdForDistance() { return 1000; }
   // The north reference of headings: 0 true north, anything else magnetic north.
-  virtual std::int64_t northType() = 0;
-  virtual bool showsDecimalDotForSpeedUnder100() = 0;
-  virtual bool defaultMapShowDotsForConnectionPoints() = 0;
-  virtual bool supportsSync() = 0;
-  virtual bool unitsAreDrivenBySpeedUnits() = 0;
+  virtual std::int64_t northType() { return 0; }
+  virtual bool showsDecimalDotForSpeedUnder100() { return false; }
+  virtual bool defaultMapShowDotsForConnectionPoints() { return false; }
+  virtual bool supportsSync() { return false; }
+  virtual bool unitsAreDrivenBySpeedUnits() { return false; }
   // The user's unit choices changed and should be synchronised with the app's other clients.
-  virtual void synchronizeClientMeasurementUnits() = 0;
+  virtual void synchronizeClientMeasurementUnits() {}
   // The general unit system changed to `type`.
-  virtual void switchToDistanceUnit(DistanceUnitType type) = 0;
+  virtual void switchToDistanceUnit(DistanceUnitType /*type*/) {}
 };
 
 class EnvironmentSettings {

@@ -31,9 +31,6 @@ class RecordingDelegate : public EnvironmentSettingsDelegate {
 
   std::int64_t smallToBigFeetThresholdForDistance() override { return feetThreshold; }
   std::int64_t smallToBigMetersThresholdForDistance() override { return 1500; }
-  std::int64_t northType() override { return 0; }
-  bool showsDecimalDotForSpeedUnder100() override { return false; }
-  bool defaultMapShowDotsForConnectionPoints() override { return false; }
   bool supportsSync() override { return syncSupported; }
   bool unitsAreDrivenBySpeedUnits() override { return drivenBySpeed; }
   void synchronizeClientMeasurementUnits() override { ++syncCalls; }

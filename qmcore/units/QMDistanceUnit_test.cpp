@@ -11,13 +11,6 @@ class ThresholdDelegate : public EnvironmentSettingsDelegate {
  public:
   std::int64_t smallToBigFeetThresholdForDistance() override { return 3000; }
   std::int64_t smallToBigMetersThresholdForDistance() override { return 1500; }
-  std::int64_t northType() override { return 0; }
-  bool showsDecimalDotForSpeedUnder100() override { return false; }
-  bool defaultMapShowDotsForConnectionPoints() override { return false; }
-  bool supportsSync() override { return false; }
-  bool unitsAreDrivenBySpeedUnits() override { return false; }
-  void synchronizeClientMeasurementUnits() override {}
-  void switchToDistanceUnit(DistanceUnitType) override {}
 };
 
 TEST(QMDistanceUnit, SwitchValuesAskTheFeetQueryWhenTheUnitIsMade) {

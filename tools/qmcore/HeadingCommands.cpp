@@ -57,15 +57,7 @@ std::string numberText(double value) {
 class NorthTypeSettings final : public EnvironmentSettingsDelegate {
  public:
   explicit NorthTypeSettings(std::int64_t northType) : northType_(northType) {}
-  std::int64_t smallToBigFeetThresholdForDistance() override { return 2000; }
-  std::int64_t smallToBigMetersThresholdForDistance() override { return 1000; }
   std::int64_t northType() override { return northType_; }
-  bool showsDecimalDotForSpeedUnder100() override { return false; }
-  bool defaultMapShowDotsForConnectionPoints() override { return false; }
-  bool supportsSync() override { return false; }
-  bool unitsAreDrivenBySpeedUnits() override { return false; }
-  void synchronizeClientMeasurementUnits() override {}
-  void switchToDistanceUnit(DistanceUnitType) override {}
 
  private:
   std::int64_t northType_;
