@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "bench/RatioReporter.hpp"
+#include "qmcore/platform/Env.hpp"
 #include "qmcore/platform/NotificationCenter.hpp"
 #include "qmcore/platform/SettingsStore.hpp"
 #include "qmcore/platform/SqliteSettingsStore.hpp"
@@ -153,10 +154,9 @@ void BM_SqliteInsertOrReplace(benchmark::State& state) {
 
 // Reads through the provider: a unit's stored switch value (key built, store read).
 void BM_ProviderSwitchValueRead(benchmark::State& state) {
-  const auto store = qm::SettingsStore::openFile(folder().file("provider-read.sqlite"));
-  qm::NotificationCenter center;
+  qm::ProcessEnv env({.settingsPath = folder().file("provider-read.sqlite")});
   qm::EnvironmentSettings environment;
-  qm::UnitsProvider provider(store, center, environment);
+  qm::UnitsProvider provider(env, environment);
   const std::vector<std::shared_ptr<const qm::QMLengthUnit>> units = provider.allLengthUnits();
   for (const auto& unit : units) provider.setAutomaticSwitchValue(1000, *unit);
   size_t i = 0;
@@ -169,10 +169,9 @@ void BM_ProviderSwitchValueRead(benchmark::State& state) {
 
 // A persisting setter: store, synchronise, re-derive the current units, notify.
 void BM_ProviderSetSynchronize(benchmark::State& state) {
-  const auto store = qm::SettingsStore::openFile(folder().file("provider-write.sqlite"));
-  qm::NotificationCenter center;
+  qm::ProcessEnv env({.settingsPath = folder().file("provider-write.sqlite")});
   qm::EnvironmentSettings environment;
-  qm::UnitsProvider provider(store, center, environment);
+  qm::UnitsProvider provider(env, environment);
   const auto unit = provider.verticalSpeedUnit();
   std::int64_t i = 0;
   for (auto _ : state) provider.setVerticalSpeedScale(i++ % 3, *unit);

@@ -16,9 +16,8 @@
 
 #include "bench/RatioReporter.hpp"
 #include "qmcore/formatting/BearingFormatter.hpp"
+#include "qmcore/platform/Env.hpp"
 #include "qmcore/platform/Locale.hpp"
-#include "qmcore/platform/NotificationCenter.hpp"
-#include "qmcore/platform/SettingsStore.hpp"
 #include "qmcore/provider/EnvironmentSettings.hpp"
 #include "qmcore/provider/UnitsProvider.hpp"
 
@@ -28,14 +27,14 @@ namespace {
 // 1000 m too), so that the benchmark neither reads nor changes the user's settings.
 class Fixture {
  public:
-  Fixture() : provider_(qm::SettingsStore::inMemory(), center_, environment_) {
+  Fixture() : provider_(env_, environment_) {
     provider_.setGeneralUnitType(0);
     provider_.setAutomaticSwitchValue(1000, *qm::QMLengthUnit::meterUnit());
   }
   const qm::UnitsProvider& provider() const { return provider_; }
 
  private:
-  qm::NotificationCenter center_;
+  qm::ProcessEnv env_{{.settingsPath = std::string(qm::ProcessEnvOptions::kInMemorySettings)}};
   qm::EnvironmentSettings environment_;
   qm::UnitsProvider provider_;
 };

@@ -8,8 +8,8 @@
 #include <string_view>
 
 #include "qmcore/formatting/QMStringForFloatPrecision.hpp"
-#include "qmcore/provider/UnitsProviderTestSupport.hpp"
 #include "qmcore/testing/ScopedLocale.hpp"
+#include "qmcore/testing/UnitsProviderTestSupport.hpp"
 
 namespace qm {
 namespace {

@@ -11,6 +11,7 @@
 #include "qmcore/platform/SettingsStore.hpp"
 #include "qmcore/provider/EnvironmentSettings.hpp"
 #include "qmcore/provider/UnitsProvider.hpp"
+#include "qmcore/testing/FakeEnv.hpp"
 #include "qmcore/testing/ScopedLocale.hpp"
 
 namespace qm {
@@ -66,8 +67,8 @@ TEST(UnitFormatterWrapper, AssignedFormattersAnswerAndThePreviousOnesAreReleased
 TEST(UnitFormatterWrapper, AUnitsProviderServesAsTheSpeedFormatter) {
   const testing::ScopedLocale locale("de_DE");  // metric: km/h
   EnvironmentSettings environment;
-  NotificationCenter center;
-  const UnitsProvider provider(SettingsStore::inMemory(), center, environment);
+  testing::FakeEnv env("de_DE");
+  const UnitsProvider provider(env, environment);
   UnitFormatterWrapper hook;
   hook.assignSpeedFormatterDelegate(std::make_shared<UnitsProviderSpeedFormatter>(provider));
   EXPECT_EQ(hook.autoDecimalTextForMSSpeed(10), provider.autoDecimalTextForMSSpeed(10));

@@ -7,10 +7,10 @@
 #include <string>
 
 #include "qmcore/formatting/QMStringForFloatPrecision.hpp"
-#include "qmcore/formatting/QMUIValueWithUnit.hpp"
 #include "qmcore/formatting/QMUnitsFormatter.hpp"
 #include "qmcore/platform/InvariantFormat.hpp"
 #include "qmcore/provider/EnvironmentSettings.hpp"
+#include "qmcore/provider/QMUIValueWithUnit.hpp"
 #include "qmcore/provider/QMUnitCalculator.hpp"
 #include "qmcore/provider/UnitsProvider.hpp"
 
@@ -49,7 +49,7 @@ std::string UnitsProvider::textForSmallDistanceUnitTypeForGeneralUnitType(
     case 1:
       return "ft";
     case 2:
-      return distanceUnitType_ == 0 ? localizedMeterUnitAbbreviation() : "ft";
+      return current_.distanceUnitType == 0 ? localizedMeterUnitAbbreviation() : "ft";
     case 3:
       return "yd";
     default:
@@ -64,7 +64,7 @@ std::string UnitsProvider::nonLocalizedTextForUnitType(std::int64_t unitType) co
     case 1:
       return "ft";
     case 2:
-      return distanceUnitType_ != 0 ? "ft" : "m";
+      return current_.distanceUnitType != 0 ? "ft" : "m";
     case 3:
       return "yd";
     default:
@@ -73,35 +73,38 @@ std::string UnitsProvider::nonLocalizedTextForUnitType(std::int64_t unitType) co
 }
 
 std::string UnitsProvider::textForCurrentAltitudeUnit() const {
-  return textForSmallDistanceUnitTypeForGeneralUnitType(altitudeUnitType_);
+  return textForSmallDistanceUnitTypeForGeneralUnitType(current_.altitudeUnitType);
 }
 
 std::string UnitsProvider::speechTextForCurrentAltitudeUnit() const {
-  return QMUnitsFormatter::longTextForDistanceLeftUnitType(altitudeUnitType_);
+  return QMUnitsFormatter::longTextForDistanceLeftUnitType(current_.altitudeUnitType);
 }
 
 std::string UnitsProvider::textForCurrentSpeedUnit() const {
-  return QMUnitsFormatter::textForKilometricSpeedType(generalUnitType_);
+  return QMUnitsFormatter::textForKilometricSpeedType(current_.generalUnitType);
 }
 
 std::string UnitsProvider::speechTextForCurrentSpeedUnit() const {
-  return QMUnitsFormatter::speechTextForKilometricSpeedType(generalUnitType_);
+  return QMUnitsFormatter::speechTextForKilometricSpeedType(current_.generalUnitType);
 }
 
 std::string UnitsProvider::textForCurrentVerticalSpeedUnit() const {
-  return verticalSpeedUnit_ ? verticalSpeedUnit_->localizedAbbreviation() : "";
+  return current_.verticalSpeedUnit ? current_.verticalSpeedUnit->localizedAbbreviation() : "";
 }
 
 std::string UnitsProvider::textForDistance(double meters, std::string_view unitSeparator) const {
-  const double threshold = distanceSmallToBigThreshold_;
+  const double threshold = current_.distanceSmallToBigThreshold;
   const auto separatorLength = static_cast<int>(unitSeparator.size());
   if (threshold >= 0 && meters >= threshold) {
-    const std::string label = QMUnitsFormatter::textForKilometricUnitType(generalUnitType_, *this);
-    return invariantFormat("%.2f%.*s%s", QMCalculateKilometricDistance(generalUnitType_, meters),
+    const std::string label =
+        QMUnitsFormatter::textForKilometricUnitType(current_.generalUnitType, *this);
+    return invariantFormat("%.2f%.*s%s",
+                           QMCalculateKilometricDistance(current_.generalUnitType, meters),
                            separatorLength, unitSeparator.data(), label.c_str());
   }
   // Nautical mode has no small unit of its own: metres or feet, as chosen.
-  const std::int64_t code = generalUnitType_ == 2 ? distanceUnitType_ : generalUnitType_;
+  const std::int64_t code =
+      current_.generalUnitType == 2 ? current_.distanceUnitType : current_.generalUnitType;
   const std::string label = textForSmallDistanceUnitTypeForGeneralUnitType(code);
   return invariantFormat("%.0f%.*s%s", QMCalculateDistance(code, meters), separatorLength,
                          unitSeparator.data(), label.c_str());
@@ -112,43 +115,48 @@ std::string UnitsProvider::textForMapDistance(double meters) const {
 }
 
 QMUIValueWithUnit UnitsProvider::uiTextsForDistance(double meters) const {
-  const double threshold = distanceSmallToBigThreshold_;
+  const double threshold = current_.distanceSmallToBigThreshold;
   if (threshold >= 0 && meters >= threshold) {
-    return {.uiValue =
-                QMStringForFloatPrecision2(QMCalculateKilometricDistance(generalUnitType_, meters)),
-            .unitText = QMUnitsFormatter::textForKilometricUnitType(generalUnitType_, *this)};
+    return {
+        .uiValue = QMStringForFloatPrecision2(
+            QMCalculateKilometricDistance(current_.generalUnitType, meters)),
+        .unitText = QMUnitsFormatter::textForKilometricUnitType(current_.generalUnitType, *this)};
   }
-  return {.uiValue = QMStringForFloatPrecision0(QMCalculateDistance(distanceUnitType_, meters)),
-          .unitText = textForSmallDistanceUnitTypeForGeneralUnitType(distanceUnitType_)};
+  return {
+      .uiValue = QMStringForFloatPrecision0(QMCalculateDistance(current_.distanceUnitType, meters)),
+      .unitText = textForSmallDistanceUnitTypeForGeneralUnitType(current_.distanceUnitType)};
 }
 
 std::string UnitsProvider::textForAltitudeWithNoUnits(double meters) const {
   // "-0" must not be shown for an altitude that rounds to zero from below; -0.5 itself stays
   // (printf rounds it to "-0", halves to even).
   if (meters > -0.5 && meters <= 0.0) meters = 0.0;
-  if (altitudeUnitType_ == 0) return QMStringForFloatPrecision0(meters);
-  if (generalUnitType_ == 2 || altitudeUnitType_ == 1) {
+  if (current_.altitudeUnitType == 0) return QMStringForFloatPrecision0(meters);
+  if (current_.generalUnitType == 2 || current_.altitudeUnitType == 1) {
     return QMStringForFloatPrecision0(meters * kFeetPerMeter);
   }
   return "";
 }
 
 std::string UnitsProvider::decimalTextForAverageSpeedWithNoUnits(double metersPerSecond) const {
-  return invariantFormat("%.1f", calculateKilometricSpeed(metersPerSecond, generalUnitType_));
+  return invariantFormat("%.1f",
+                         calculateKilometricSpeed(metersPerSecond, current_.generalUnitType));
 }
 
 std::string UnitsProvider::decimalTextFor2DecimalDigitsAverageSpeedWithNoUnits(
     double metersPerSecond) const {
-  return invariantFormat("%.2f", calculateKilometricSpeed(metersPerSecond, generalUnitType_));
+  return invariantFormat("%.2f",
+                         calculateKilometricSpeed(metersPerSecond, current_.generalUnitType));
 }
 
 std::string UnitsProvider::decimalTextFor4DecimalDigitsAverageSpeedWithNoUnits(
     double metersPerSecond) const {
-  return invariantFormat("%.4f", calculateKilometricSpeed(metersPerSecond, generalUnitType_));
+  return invariantFormat("%.4f",
+                         calculateKilometricSpeed(metersPerSecond, current_.generalUnitType));
 }
 
 std::string UnitsProvider::autoDecimalTextForMSSpeedWithNoUnits(double metersPerSecond) const {
-  const double speed = calculateKilometricSpeed(metersPerSecond, generalUnitType_);
+  const double speed = calculateKilometricSpeed(metersPerSecond, current_.generalUnitType);
   if (speed < 100.0 && environment_.showsDecimalDotForSpeedUnder100()) {
     return decimalSpeedFormatter_.format(speed);
   }
@@ -161,13 +169,14 @@ std::string UnitsProvider::autoDecimalTextForMSSpeed(double metersPerSecond) con
 }
 
 std::string UnitsProvider::textForSmallOnlyDistanceWithNoUnits(double meters) const {
-  return QMStringForFloatPrecision0(distanceUnitType_ != 0 ? meters * kFeetPerMeter : meters);
+  return QMStringForFloatPrecision0(current_.distanceUnitType != 0 ? meters * kFeetPerMeter
+                                                                   : meters);
 }
 
 std::string UnitsProvider::textForSmallOnlyDistance(double meters) const {
-  if (distanceUnitType_ != 0) {
-    return QMStringForFloatPrecision0(QMCalculateDistance(distanceUnitType_, meters)) +
-           textForSmallDistanceUnitTypeForGeneralUnitType(distanceUnitType_);
+  if (current_.distanceUnitType != 0) {
+    return QMStringForFloatPrecision0(QMCalculateDistance(current_.distanceUnitType, meters)) +
+           textForSmallDistanceUnitTypeForGeneralUnitType(current_.distanceUnitType);
   }
   return QMStringForFloatPrecision0(meters) + textForSmallDistanceUnitTypeForGeneralUnitType(0);
 }
@@ -182,7 +191,7 @@ std::string UnitsProvider::textWithNoUnitsForDistanceInMeters(
 }
 
 std::string UnitsProvider::textForSmallRoundedDistanceWithNoUnits(double meters) const {
-  double value = distanceUnitType_ != 0 ? meters * kFeetPerMeter : meters;
+  double value = current_.distanceUnitType != 0 ? meters * kFeetPerMeter : meters;
   if (value > 100.0) {
     // The remainder in single precision, as the apps have always shown it: above 2^24 the
     // result is not a multiple of ten.
@@ -193,10 +202,11 @@ std::string UnitsProvider::textForSmallRoundedDistanceWithNoUnits(double meters)
 
 std::string UnitsProvider::rulerValueForMetersPerPixel(float metersPerPoint) const {
   const float meters = metersPerPoint * kScaleRulerLengthInPoints;
-  if (distanceUnitType_ == 0) {
-    const double limit = generalUnitType_ == 2 ? kMetersPerNauticalMile : kMetersPerKilometer;
+  if (current_.distanceUnitType == 0) {
+    const double limit =
+        current_.generalUnitType == 2 ? kMetersPerNauticalMile : kMetersPerKilometer;
     if (meters > limit) {
-      const std::int64_t big = generalUnitType_;
+      const std::int64_t big = current_.generalUnitType;
       // Kilometres in single precision: a 20.1-metre point makes 1.005 km, shown "1.00".
       const double value = big == 0 ? meters / 1000.0f : QMCalculateKilometricDistance(big, meters);
       const std::string label = QMUnitsFormatter::textForKilometricUnitType(big, *this);
@@ -206,43 +216,45 @@ std::string UnitsProvider::rulerValueForMetersPerPixel(float metersPerPoint) con
     return invariantFormat("%.0f %s", rulerSmallValue(meters, meters > 100.0f), label.c_str());
   }
   const auto feet = static_cast<float>(static_cast<double>(meters) * kFeetPerMeter);
-  const double limit = generalUnitType_ == 2 ? kFeetPerNauticalMile : kFeetPerMile;
+  const double limit = current_.generalUnitType == 2 ? kFeetPerNauticalMile : kFeetPerMile;
   if (feet > limit) {
     double value = 0.0;
     std::string label;
-    if (generalUnitType_ == 1) {
+    if (current_.generalUnitType == 1) {
       value = feet / kFeetPerMile;
-      label = QMUnitsFormatter::textForKilometricUnitType(distanceUnitType_, *this);
+      label = QMUnitsFormatter::textForKilometricUnitType(current_.distanceUnitType, *this);
     } else {
-      value = QMCalculateKilometricDistance(generalUnitType_, meters);
-      label = QMUnitsFormatter::textForKilometricUnitType(generalUnitType_, *this);
+      value = QMCalculateKilometricDistance(current_.generalUnitType, meters);
+      label = QMUnitsFormatter::textForKilometricUnitType(current_.generalUnitType, *this);
     }
     return invariantFormat("%.2f %s", value, label.c_str());
   }
   // In feet even when the label says yards.
-  const std::string label = textForSmallDistanceUnitTypeForGeneralUnitType(distanceUnitType_);
+  const std::string label =
+      textForSmallDistanceUnitTypeForGeneralUnitType(current_.distanceUnitType);
   return invariantFormat("%.0f %s", rulerSmallValue(feet, feet >= 100.0f), label.c_str());
 }
 
 std::string UnitsProvider::stringForLengthInMeters(double meters) const {
-  return stringForMeasureInMeter(meters, lengthUnit_, lengthSmallToBigThreshold_);
+  return stringForMeasureInMeter(meters, current_.lengthUnit, current_.lengthSmallToBigThreshold);
 }
 
 std::string UnitsProvider::stringForAreaInSquareMeters(double squareMeters) const {
-  return stringForMeasureInMeter(squareMeters, areaUnit_, areaSmallToBigThreshold_);
+  return stringForMeasureInMeter(squareMeters, current_.areaUnit, current_.areaSmallToBigThreshold);
 }
 
 std::string UnitsProvider::stringForPressurehPa(double hPa) const {
-  return stringForMeasureInMeter(hPa, pressureUnit_, 0.0);
+  return stringForMeasureInMeter(hPa, current_.pressureUnit, 0.0);
 }
 
 std::optional<QMUIValueWithUnit> UnitsProvider::uiTextsForLengthInMeters(double meters) const {
-  return uiTextsForMeasureInMeter(meters, lengthUnit_, lengthSmallToBigThreshold_);
+  return uiTextsForMeasureInMeter(meters, current_.lengthUnit, current_.lengthSmallToBigThreshold);
 }
 
 std::optional<QMUIValueWithUnit> UnitsProvider::uiTextsForAreaInSquareMeters(
     double squareMeters) const {
-  return uiTextsForMeasureInMeter(squareMeters, areaUnit_, areaSmallToBigThreshold_);
+  return uiTextsForMeasureInMeter(squareMeters, current_.areaUnit,
+                                  current_.areaSmallToBigThreshold);
 }
 
 std::string UnitsProvider::stringForMeasureInMeter(double value,
@@ -263,7 +275,7 @@ std::optional<QMUIValueWithUnit> UnitsProvider::uiTextsForMeasureInMeter(
       smallUnit->canSwitchToUnit()) {
     unit = smallUnit->canSwitchToUnit();
     // Lengths that grow beyond their small unit are nautical miles at sea.
-    if (generalUnitType_ == 2 && smallUnit->subject() == QMMeasurementSubject::kLength) {
+    if (current_.generalUnitType == 2 && smallUnit->subject() == QMMeasurementSubject::kLength) {
       if (auto nauticalMile = lengthUnitWithUuid(QMNauticalMileUnitUuid)) {
         unit = std::move(nauticalMile);
       }
@@ -274,18 +286,19 @@ std::optional<QMUIValueWithUnit> UnitsProvider::uiTextsForMeasureInMeter(
 }
 
 double UnitsProvider::verticalSpeedValueInCurrentUnits(double metersPerSecond) const {
-  if (!verticalSpeedUnit_) return 0.0;
-  return metersPerSecond / verticalSpeedUnit_->ratioToMeter();
+  if (!current_.verticalSpeedUnit) return 0.0;
+  return metersPerSecond / current_.verticalSpeedUnit->ratioToMeter();
 }
 
 std::string UnitsProvider::textForVerticalSpeedInMetersPerSecondWithNoUnits(
     double metersPerSecond) const {
-  if (!verticalSpeedUnit_) return "";
-  return verticalSpeedUnit_->formatter().format(verticalSpeedValueInCurrentUnits(metersPerSecond));
+  if (!current_.verticalSpeedUnit) return "";
+  return current_.verticalSpeedUnit->formatter().format(
+      verticalSpeedValueInCurrentUnits(metersPerSecond));
 }
 
 std::string UnitsProvider::textForCurrentVerticalSpeedUnitScale() const {
-  return verticalSpeedUnit_ ? textForScale(verticalSpeedUnit_->scale()) : "";
+  return current_.verticalSpeedUnit ? textForScale(current_.verticalSpeedUnit->scale()) : "";
 }
 
 std::string UnitsProvider::textForScale(std::int64_t scale) {

@@ -6,9 +6,9 @@
 #include <optional>
 #include <string>
 
-#include "qmcore/formatting/QMUIValueWithUnit.hpp"
+#include "qmcore/provider/QMUIValueWithUnit.hpp"
 #include "qmcore/provider/UnitsProvider.hpp"
-#include "qmcore/provider/UnitsProviderTestSupport.hpp"
+#include "qmcore/testing/UnitsProviderTestSupport.hpp"
 
 namespace qm {
 namespace {

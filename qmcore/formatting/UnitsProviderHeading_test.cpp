@@ -9,8 +9,9 @@
 #include "qmcore/platform/NotificationCenter.hpp"
 #include "qmcore/platform/SettingsStore.hpp"
 #include "qmcore/provider/UnitsProvider.hpp"
-#include "qmcore/provider/UnitsProviderTestSupport.hpp"
+#include "qmcore/testing/FakeEnv.hpp"
 #include "qmcore/testing/ScopedLocale.hpp"
+#include "qmcore/testing/UnitsProviderTestSupport.hpp"
 
 namespace qm {
 namespace {
@@ -152,9 +153,9 @@ TEST(UnitsProviderHeading, TitlesFollowTheNorthTypeAtEachCallAndTheLocale) {
     const auto delegate = std::make_shared<NorthDelegate>();
     EnvironmentSettings environment;
     environment.setDelegate(delegate);
-    NotificationCenter center;
     const testing::ScopedLocale locale(c.locale);
-    const UnitsProvider provider(SettingsStore::inMemory(), center, environment);
+    testing::FakeEnv env(c.locale);
+    const UnitsProvider provider(env, environment);
     delegate->north = c.northType;  // read at each call, not when the provider is made
     EXPECT_EQ(UnitsProvider::hintForCompassTitleWithAngleUnitType(c.angleUnit, provider),
               c.compassHint);

@@ -1,24 +1,18 @@
 #include "qmcore/geo/QMPlanimeterSettings.hpp"
 
-#include <utility>
-
 #include "qmcore/platform/NotificationCenter.hpp"
 #include "qmcore/platform/SettingsStore.hpp"
 #include "qmcore/provider/EnvironmentSettings.hpp"
 
 namespace qm {
 
-QMPlanimeterSettings::QMPlanimeterSettings(std::shared_ptr<SettingsStore> store,
-                                           NotificationCenter& center,
-                                           const EnvironmentSettings& environment)
-    : store_(std::move(store)), center_(center), environment_(environment) {
+QMPlanimeterSettings::QMPlanimeterSettings(Env& env, const EnvironmentSettings& environment)
+    : store_(env.standardSettings()), center_(env.notificationCenter()), environment_(environment) {
   initValues();
 }
 
 QMPlanimeterSettings& QMPlanimeterSettings::sharedInstance() {
-  static QMPlanimeterSettings instance(SettingsStore::standard(),
-                                       NotificationCenter::defaultCenter(),
-                                       EnvironmentSettings::shared());
+  static QMPlanimeterSettings instance(Env::Default(), EnvironmentSettings::shared());
   return instance;
 }
 
@@ -26,16 +20,8 @@ void QMPlanimeterSettings::notifyOnSettingsChange(NotificationCenter& center) {
   center.post(QMPlanimeterUnitTypeChangedNotification);
 }
 
-void QMPlanimeterSettings::notifyOnSettingsChange() {
-  notifyOnSettingsChange(NotificationCenter::defaultCenter());
-}
-
 void QMPlanimeterSettings::notifyOnPointSettingsChange(NotificationCenter& center) {
   center.post(QMWaypointsCollectionChangedNotification, std::int64_t{6});
-}
-
-void QMPlanimeterSettings::notifyOnPointSettingsChange() {
-  notifyOnPointSettingsChange(NotificationCenter::defaultCenter());
 }
 
 void QMPlanimeterSettings::initValues() {

@@ -20,6 +20,9 @@
 #include <memory>
 #include <string_view>
 
+#include "qmcore/platform/Env.hpp"
+#include "qmcore/provider/UnitsProviderKeys.hpp"
+
 namespace qm {
 
 class EnvironmentSettings;
@@ -39,30 +42,28 @@ inline constexpr std::string_view kQMNavigatorShowsAreaCenterAnnotationsKey =
     "QM_navigatorShowsAreaCenterAnnotations";
 inline constexpr std::string_view kQMAnnotationAngleTypeKey = "QM_annotationAngleType";
 
-// Notification names. The first has no object; the second carries the number 6
-// (an `std::int64_t`).
-inline constexpr std::string_view QMPlanimeterUnitTypeChangedNotification =
-    "QMPlanimeterUnitTypeChanged";
+// Notification names. "QMPlanimeterUnitTypeChanged" (`QMPlanimeterUnitTypeChangedNotification`,
+// shared with the units provider) has no object; this one carries the number 6 (an
+// `std::int64_t`).
 inline constexpr std::string_view QMWaypointsCollectionChangedNotification =
     "WaypointsCollectionChanged";
 
 class QMPlanimeterSettings {
  public:
-  // Reads every switch from `store`; absent keys take their defaults (dots: the environment's
-  // `defaultMapShowDotsForConnectionPoints`; labels: on; angle type 0). Notifications go to
-  // `center`, which must outlive the settings.
-  QMPlanimeterSettings(std::shared_ptr<SettingsStore> store, NotificationCenter& center,
-                       const EnvironmentSettings& environment);
+  // Reads every switch from `env`'s standard store; absent keys take their defaults (dots: the
+  // environment's `defaultMapShowDotsForConnectionPoints`; labels: on; angle type 0).
+  // Notifications go to `env`'s centre. `env` and `environment` must outlive the settings.
+  QMPlanimeterSettings(Env& env, const EnvironmentSettings& environment);
 
-  // The instance over the standard store, the default centre and the shared environment.
+  // The instance over `Env::Default()` and the shared environment settings.
   static QMPlanimeterSettings& sharedInstance();
 
   // Post "QMPlanimeterUnitTypeChanged" (object: none) and "WaypointsCollectionChanged"
-  // (object: 6) on `center`, or on the default centre.
-  static void notifyOnSettingsChange(NotificationCenter& center);
-  static void notifyOnSettingsChange();
-  static void notifyOnPointSettingsChange(NotificationCenter& center);
-  static void notifyOnPointSettingsChange();
+  // (object: 6) on `center`.
+  static void notifyOnSettingsChange(
+      NotificationCenter& center = Env::Default().notificationCenter());
+  static void notifyOnPointSettingsChange(
+      NotificationCenter& center = Env::Default().notificationCenter());
 
   bool polygonAnnotationsAsDots() const { return polygonAnnotationsAsDots_; }
   bool routeAnnotationsAsDots() const { return routeAnnotationsAsDots_; }
@@ -91,9 +92,10 @@ class QMPlanimeterSettings {
 
   // Re-reads every switch from the store.
   void initValues();
+  // Re-reads the angle type from the store (0 when absent), without a notification.
+  void initAnnotationAngleType();
 
  private:
-  void initAnnotationAngleType();
   void storeSwitch(bool& field, std::string_view key, bool value,
                    void (*notify)(NotificationCenter&));
   void storeLabelSwitch(bool& field, std::string_view key, bool value);

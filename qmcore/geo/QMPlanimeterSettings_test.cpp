@@ -3,13 +3,13 @@
 #include <gtest/gtest.h>
 
 #include <any>
-#include <filesystem>
 #include <string>
 #include <vector>
 
 #include "qmcore/platform/NotificationCenter.hpp"
 #include "qmcore/platform/SettingsStore.hpp"
 #include "qmcore/provider/EnvironmentSettings.hpp"
+#include "qmcore/testing/FakeEnv.hpp"
 
 namespace qm {
 namespace {
@@ -22,30 +22,23 @@ class DotsDelegate : public EnvironmentSettingsDelegate {
 class PlanimeterSettingsTest : public ::testing::Test {
  protected:
   void SetUp() override {
-    folder_ = std::filesystem::path(::testing::TempDir()) /
-              ("planimeter-" +
-               std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()));
-    std::filesystem::remove_all(folder_);
-    store_ = SettingsStore::openFile((folder_ / "settings.sqlite").string());
     for (const char* name : {"QMPlanimeterUnitTypeChanged", "WaypointsCollectionChanged"}) {
-      observers_.push_back(center_.addObserver(name, [this](const Notification& n) {
-        const auto* number = std::any_cast<std::int64_t>(&n.object);
-        posts_.push_back(n.name + (number ? ":" + std::to_string(*number) : ""));
-      }));
+      observers_.push_back(
+          env_.notificationCenter().addObserver(name, [this](const Notification& n) {
+            const auto* number = std::any_cast<std::int64_t>(&n.object);
+            posts_.push_back(n.name + (number ? ":" + std::to_string(*number) : ""));
+          }));
     }
   }
-  void TearDown() override { std::filesystem::remove_all(folder_); }
-
-  std::filesystem::path folder_;
-  std::shared_ptr<SettingsStore> store_;
-  NotificationCenter center_;
+  testing::FakeEnv env_;
+  std::shared_ptr<SettingsStore> store_ = env_.standardSettings();
   EnvironmentSettings environment_;
   std::vector<ObserverHandle> observers_;
   std::vector<std::string> posts_;
 };
 
 TEST_F(PlanimeterSettingsTest, FreshInstallDefaults) {
-  const QMPlanimeterSettings settings(store_, center_, environment_);
+  const QMPlanimeterSettings settings(env_, environment_);
   EXPECT_FALSE(settings.polygonAnnotationsAsDots());
   EXPECT_FALSE(settings.routeAnnotationsAsDots());
   EXPECT_TRUE(settings.editorShowsLengthAnnotations());
@@ -59,18 +52,18 @@ TEST_F(PlanimeterSettingsTest, FreshInstallDefaults) {
 TEST_F(PlanimeterSettingsTest, DotsFollowTheEnvironmentUntilTheUserStoresAValue) {
   const auto delegate = std::make_shared<DotsDelegate>();
   environment_.setDelegate(delegate);
-  QMPlanimeterSettings settings(store_, center_, environment_);
+  QMPlanimeterSettings settings(env_, environment_);
   EXPECT_TRUE(settings.polygonAnnotationsAsDots());
   EXPECT_TRUE(settings.routeAnnotationsAsDots());
 
   settings.setPolygonAnnotationsAsDots(false);
-  const QMPlanimeterSettings reread(store_, center_, environment_);
+  const QMPlanimeterSettings reread(env_, environment_);
   EXPECT_FALSE(reread.polygonAnnotationsAsDots());
   EXPECT_TRUE(reread.routeAnnotationsAsDots());
 }
 
 TEST_F(PlanimeterSettingsTest, EachSetterStoresAndPostsItsNotificationEvenWhenUnchanged) {
-  QMPlanimeterSettings settings(store_, center_, environment_);
+  QMPlanimeterSettings settings(env_, environment_);
   using Setter = void (QMPlanimeterSettings::*)(bool);
   const struct {
     Setter setter;
@@ -103,7 +96,7 @@ TEST_F(PlanimeterSettingsTest, EachSetterStoresAndPostsItsNotificationEvenWhenUn
 }
 
 TEST_F(PlanimeterSettingsTest, AngleTypeHasAPlainAndAStoringSetter) {
-  QMPlanimeterSettings settings(store_, center_, environment_);
+  QMPlanimeterSettings settings(env_, environment_);
   settings.setAnnotationAngleType(1);
   EXPECT_EQ(settings.annotationAngleType(), 1);
   EXPECT_FALSE(store_->hasKey(kQMAnnotationAngleTypeKey));
@@ -112,7 +105,12 @@ TEST_F(PlanimeterSettingsTest, AngleTypeHasAPlainAndAStoringSetter) {
   settings.assignAnnotationAngleType(1);
   EXPECT_EQ(posts_, std::vector<std::string>{"QMPlanimeterUnitTypeChanged"});
   EXPECT_EQ(store_->integerForKey(kQMAnnotationAngleTypeKey), 1);
-  EXPECT_EQ(QMPlanimeterSettings(store_, center_, environment_).annotationAngleType(), 1);
+  EXPECT_EQ(QMPlanimeterSettings(env_, environment_).annotationAngleType(), 1);
+
+  store_->setInteger(kQMAnnotationAngleTypeKey, 0);
+  settings.initAnnotationAngleType();
+  EXPECT_EQ(settings.annotationAngleType(), 0);
+  EXPECT_EQ(posts_.size(), 1u) << "re-reading posts nothing";
 }
 
 }  // namespace

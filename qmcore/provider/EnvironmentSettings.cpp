@@ -29,6 +29,11 @@ std::int64_t EnvironmentSettings::smallToBigMetersThresholdForDistance() const {
   return d ? d->smallToBigFeetThresholdForDistance() : 1000;
 }
 
+DistanceSwitchValues EnvironmentSettings::distanceSwitchValues() const {
+  return {.feet = smallToBigFeetThresholdForDistance(),
+          .meters = smallToBigMetersThresholdForDistance()};
+}
+
 std::int64_t EnvironmentSettings::northType() const {
   const auto d = delegate();
   return d ? d->northType() : 0;

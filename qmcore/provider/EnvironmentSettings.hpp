@@ -24,6 +24,7 @@
 #include <mutex>
 #include <string_view>
 
+#include "qmcore/units/QMDistanceUnit.hpp"
 #include "qmcore/units/QMUnitTypes.hpp"
 
 namespace qm {
@@ -71,6 +72,8 @@ class EnvironmentSettings {
   // The delegate's answer to the *feet* query (deliberately: the library never asks the
   // delegate's metres operation); without a delegate: 1000.
   std::int64_t smallToBigMetersThresholdForDistance() const;
+  // Both answers above, for the distance unit factories.
+  DistanceSwitchValues distanceSwitchValues() const;
   // The delegate's answers; without one: 0 and false.
   std::int64_t northType() const;
   bool showsDecimalDotForSpeedUnder100() const;

@@ -39,6 +39,8 @@ const struct {
     // The metres question is answered by the delegate's feet query.
     {"meters threshold", [](auto& s) { return s.smallToBigMetersThresholdForDistance(); }, 1000,
      3000},
+    {"distance metre's switch value", [](auto& s) { return s.distanceSwitchValues().meters; }, 1000,
+     3000},
     {"north type", [](auto& s) { return s.northType(); }, 0, 1},
     {"decimal dot", [](auto& s) -> std::int64_t { return s.showsDecimalDotForSpeedUnder100(); }, 0,
      1},

@@ -8,8 +8,9 @@
 //
 // Most kinds default from the unit system; length, area, vertical speed, pressure and
 // temperature have choices of their own, and the small distance and altitude units (metres or
-// feet) separate settings. Every setter persists first and then re-derives the current units
-// from the store (`establishCurrentUnits`), so the state is always what the store says.
+// feet) separate settings. Every setter persists first and then derives the current units anew
+// from the store (`deriveCurrentUnits` of CurrentUnits.hpp), so the state is always what the
+// store says.
 // Automatic switching from a small to a big unit (metres to kilometres, feet to miles) happens
 // at thresholds derived from per-unit switch values; -1 means "never".
 //
@@ -27,8 +28,10 @@
 #include <string_view>
 #include <vector>
 
-#include "qmcore/formatting/QMUIValueWithUnit.hpp"
 #include "qmcore/platform/NumberFormatter.hpp"
+#include "qmcore/provider/CurrentUnits.hpp"
+#include "qmcore/provider/QMUIValueWithUnit.hpp"
+#include "qmcore/provider/UnitsProviderKeys.hpp"
 #include "qmcore/units/QMAltitudeUnit.hpp"
 #include "qmcore/units/QMAreaUnit.hpp"
 #include "qmcore/units/QMDistanceUnit.hpp"
@@ -42,67 +45,48 @@
 namespace qm {
 
 class DisplayOrientationSource;
+class Env;
 class EnvironmentSettings;
 class NotificationCenter;
 class SettingsStore;
 struct Heading;
 
-// Settings keys.
-inline constexpr std::string_view QMGeneralUnitPrefKeyName = "DistanceUnitType";
-inline constexpr std::string_view QMNauticalDistanceUnitPrefKeyName = "QMNauticalDistanceUnitType";
-inline constexpr std::string_view QMAltitudeUnitPrefKeyName = "QMAltitudeUnitType";
-// Legacy: overrides the nautical distance and altitude choices until the nautical distance
-// type is set again.
-inline constexpr std::string_view QMOLDNauticalDistanceAndAltitudeUnitPrefKeyName =
-    "knotsAltUnitType";
-inline constexpr std::string_view QMPressureUnitPrefKeyName = "QMPressureUnitType";
-inline constexpr std::string_view QMTemperatureUnitPrefKeyName = "QMTemperatureUnitType";
-inline constexpr std::string_view QMCurrentLengthUnitUuidPrefKeyName = "QMCurrentLengthUnitUuid";
-inline constexpr std::string_view QMCurrentAreaUnitUuidPrefKeyName = "QMCurrentAreaUnitUuid";
-inline constexpr std::string_view QMCurrentVerticalSpeedUnitUuidPrefKeyName =
-    "QMCurrentVerticalSpeedUnitUuid";
-// Per unit, "%@" standing for the unit's uuid.
-inline constexpr std::string_view QMUnitSwitchPrefKeyName = "QMUnitSwitch_%@_Value";
-inline constexpr std::string_view QMVerticalSpeedScalePrefKeyName = "%@_scale";
-
-// Names of the unit systems (keys of the string tables).
-inline constexpr std::string_view QMMetricSystemName = "Metric";
-inline constexpr std::string_view QMImperialSystemName = "Imperial";
-inline constexpr std::string_view QMNauticalSystemName = "Nautical";
-
-// Posted with the provider (`const UnitsProvider*`) as object when the current units change.
-inline constexpr std::string_view QMUnitsChangedNotification = "QMUnitsChanged";
-
 class UnitsProvider {
  public:
   template <typename Unit>
-  using Catalog = std::map<std::string, std::shared_ptr<const Unit>, std::less<>>;
+  using Catalog = UnitCatalogs::Catalog<Unit>;
 
-  // Restores the current units from `store` (choosing from the locale's measurement system
-  // through `environment` when nothing is stored) and builds the catalogs. Notifications go to
-  // `center`; `center` and `environment` must outlive the provider.
-  UnitsProvider(std::shared_ptr<SettingsStore> store, NotificationCenter& center,
-                EnvironmentSettings& environment);
+  // Builds the catalogs (the distance foot and metre switching where `environment` says) and
+  // derives the current units from `env`'s standard store, choosing from the measurement
+  // system of `env`'s locale when no system is stored. Notifications go to `env`'s centre.
+  // `env` and `environment` must outlive the provider.
+  UnitsProvider(Env& env, EnvironmentSettings& environment);
   UnitsProvider(const UnitsProvider&) = delete;
   UnitsProvider& operator=(const UnitsProvider&) = delete;
 
-  // The provider over the standard store, the default centre and the shared environment,
-  // created on first use (thread-safe) and kept for the process lifetime.
+  // The provider over `Env::Default()` and the shared environment settings, created on first
+  // use (thread-safe) and kept for the process lifetime.
   static UnitsProvider& sharedInstance();
+
+  // Everything current, as one value.
+  const CurrentUnits& currentUnits() const { return current_; }
 
   // ---- Current state -------------------------------------------------------------------------
 
-  std::int64_t generalUnitType() const { return generalUnitType_; }
+  std::int64_t generalUnitType() const { return current_.generalUnitType; }
   // The small distance and altitude units: 0 metres, 1 feet.
-  std::int64_t distanceUnitType() const { return distanceUnitType_; }
-  std::int64_t altitudeUnitType() const { return altitudeUnitType_; }
-  std::int64_t verticalSpeedUnitScale() const { return verticalSpeedUnitScale_; }
+  std::int64_t distanceUnitType() const { return current_.distanceUnitType; }
+  std::int64_t altitudeUnitType() const { return current_.altitudeUnitType; }
+  // Reserved: always 0 (the scale shown is the vertical speed unit's).
+  std::int64_t verticalSpeedUnitScale() const { return 0; }
 
   // Thresholds from which texts switch to the big unit, in metres (square metres for areas);
   // -1 means never.
-  double distanceSmallToBigThresholdInMeters() const { return distanceSmallToBigThreshold_; }
-  double lengthSmallToBigThresholdInMeters() const { return lengthSmallToBigThreshold_; }
-  double areaSmallToBigThresholdInMeters() const { return areaSmallToBigThreshold_; }
+  double distanceSmallToBigThresholdInMeters() const {
+    return current_.distanceSmallToBigThreshold;
+  }
+  double lengthSmallToBigThresholdInMeters() const { return current_.lengthSmallToBigThreshold; }
+  double areaSmallToBigThresholdInMeters() const { return current_.areaSmallToBigThreshold; }
 
   const std::string& localizedKmUnitAbbreviation() const { return localizedKm_; }
   const std::string& localizedMileUnitAbbreviation() const { return localizedMile_; }
@@ -114,29 +98,39 @@ class UnitsProvider {
   const std::string& localizedGPSCourseTitle() const { return localizedGPSCourseTitle_; }
   const std::string& localizedCourseTitle() const { return localizedCourseTitle_; }
 
-  const std::shared_ptr<const QMLengthUnit>& lengthUnit() const { return lengthUnit_; }
-  const std::shared_ptr<const QMAreaUnit>& areaUnit() const { return areaUnit_; }
-  const std::shared_ptr<const QMSpeedUnit>& speedUnit() const { return speedUnit_; }
+  const std::shared_ptr<const QMLengthUnit>& lengthUnit() const { return current_.lengthUnit; }
+  const std::shared_ptr<const QMAreaUnit>& areaUnit() const { return current_.areaUnit; }
+  const std::shared_ptr<const QMSpeedUnit>& speedUnit() const { return current_.speedUnit; }
   const std::shared_ptr<const QMVerticalSpeedUnit>& verticalSpeedUnit() const {
-    return verticalSpeedUnit_;
+    return current_.verticalSpeedUnit;
   }
   // The small distance unit: the distance metre or foot.
-  const std::shared_ptr<const QMDistanceUnit>& distanceUnit() const { return distanceUnit_; }
-  const std::shared_ptr<const QMAltitudeUnit>& altitudeUnit() const { return altitudeUnit_; }
-  const std::shared_ptr<const QMPressureUnit>& pressureUnit() const { return pressureUnit_; }
+  const std::shared_ptr<const QMDistanceUnit>& distanceUnit() const {
+    return current_.distanceUnit;
+  }
+  const std::shared_ptr<const QMAltitudeUnit>& altitudeUnit() const {
+    return current_.altitudeUnit;
+  }
+  const std::shared_ptr<const QMPressureUnit>& pressureUnit() const {
+    return current_.pressureUnit;
+  }
   const std::shared_ptr<const QMTemperatureUnit>& temperatureUnit() const {
-    return temperatureUnit_;
+    return current_.temperatureUnit;
   }
 
   // Plain setters: they replace the current unit only, without storing or notifying.
-  void setLengthUnit(std::shared_ptr<const QMLengthUnit> unit) { lengthUnit_ = std::move(unit); }
-  void setAreaUnit(std::shared_ptr<const QMAreaUnit> unit) { areaUnit_ = std::move(unit); }
-  void setSpeedUnit(std::shared_ptr<const QMSpeedUnit> unit) { speedUnit_ = std::move(unit); }
+  void setLengthUnit(std::shared_ptr<const QMLengthUnit> unit) {
+    current_.lengthUnit = std::move(unit);
+  }
+  void setAreaUnit(std::shared_ptr<const QMAreaUnit> unit) { current_.areaUnit = std::move(unit); }
+  void setSpeedUnit(std::shared_ptr<const QMSpeedUnit> unit) {
+    current_.speedUnit = std::move(unit);
+  }
   void setDistanceUnit(std::shared_ptr<const QMDistanceUnit> unit) {
-    distanceUnit_ = std::move(unit);
+    current_.distanceUnit = std::move(unit);
   }
   void setAltitudeUnit(std::shared_ptr<const QMAltitudeUnit> unit) {
-    altitudeUnit_ = std::move(unit);
+    current_.altitudeUnit = std::move(unit);
   }
 
   // Current locale, at least one integer digit, exactly one fraction digit.
@@ -149,17 +143,17 @@ class UnitsProvider {
 
   // ---- Catalogs, keyed by uuid ---------------------------------------------------------------
 
-  const Catalog<QMLengthUnit>& builtinLengthUnits() const { return builtinLengthUnits_; }
-  const Catalog<QMAreaUnit>& builtinAreaUnits() const { return builtinAreaUnits_; }
-  const Catalog<QMDistanceUnit>& builtinDistanceUnits() const { return builtinDistanceUnits_; }
-  const Catalog<QMAltitudeUnit>& builtinAltitudeUnits() const { return builtinAltitudeUnits_; }
-  const Catalog<QMPressureUnit>& builtinPressureUnits() const { return builtinPressureUnits_; }
+  const Catalog<QMLengthUnit>& builtinLengthUnits() const { return catalogs_.length; }
+  const Catalog<QMAreaUnit>& builtinAreaUnits() const { return catalogs_.area; }
+  const Catalog<QMDistanceUnit>& builtinDistanceUnits() const { return catalogs_.distance; }
+  const Catalog<QMAltitudeUnit>& builtinAltitudeUnits() const { return catalogs_.altitude; }
+  const Catalog<QMPressureUnit>& builtinPressureUnits() const { return catalogs_.pressure; }
   const Catalog<QMTemperatureUnit>& builtinTemperatureUnits() const {
-    return builtinTemperatureUnits_;
+    return catalogs_.temperature;
   }
-  const Catalog<QMSpeedUnit>& builtinSpeedUnits() const { return builtinSpeedUnits_; }
+  const Catalog<QMSpeedUnit>& builtinSpeedUnits() const { return catalogs_.speed; }
   const Catalog<QMVerticalSpeedUnit>& builtinVerticalSpeedUnits() const {
-    return builtinVerticalSpeedUnits_;
+    return catalogs_.verticalSpeed;
   }
 
   // The catalog unit with `uuid` (compared by content), or null.
@@ -213,15 +207,10 @@ class UnitsProvider {
   // Posts "QMUnitsChanged" with this provider as object.
   void notifyOnUnitsChange() const;
 
-  // ---- Restoring from the store (run by the constructor and the setters) ---------------------
+  // ---- Deriving from the store -------------------------------------------------------------
 
-  void restoreCurrentGeneralUnitType();
-  void restoreCurrentDistanceUnitType();
-  void restoreCurrentAltitudeUnitType();
-  void restoreCurrentVerticalSpeedUnitType();
-  void restoreCurrentPressureUnitType();
-  void restoreCurrentTemperatureUnitType();
-  // Derives every current unit and the length and area thresholds from the store.
+  // Derives every current unit anew from the store for the current unit system and small-unit
+  // choice (the setters do this after each write).
   void establishCurrentUnits();
 
   // ---- Distance unit choice ------------------------------------------------------------------
@@ -235,15 +224,12 @@ class UnitsProvider {
   // ---- Automatic switching -------------------------------------------------------------------
 
   // The stored switch value of `unit` when there is one (whatever it is); else the unit's
-  // built-in value when it switches by default; else -1 (never). The built-in values of the
-  // distance foot and metre are this provider's environment's answers (both the feet query),
-  // whichever environment the unit object was made under.
+  // built-in value (`unitSwitchesAtValue`, what the unit was made with) when it switches by
+  // default; else -1 (never).
   std::int64_t automaticSwitchValueForUnit(const QMUnit& unit) const;
-  // Stores `value` for `unit`, updates the thresholds and notifies ("QMPlanimeterUnitTypeChanged"
-  // for lengths and areas, "QMUnitsChanged" otherwise).
+  // Stores `value` for `unit`, derives the thresholds anew and notifies
+  // ("QMPlanimeterUnitTypeChanged" for lengths and areas, "QMUnitsChanged" otherwise).
   void setAutomaticSwitchValue(std::int64_t value, const QMUnit& unit);
-  // The distance threshold from the current distance unit's switch value.
-  void restoreDistanceSmallToBigThreshold();
   // "Always keep as <unit>" or "Switch to <big unit> from <value>".
   std::string rulesDescriptionForUnit(const QMUnit& unit) const;
   std::string switchDescriptionForUnit(const QMUnit& unit, std::int64_t value) const;
@@ -257,13 +243,10 @@ class UnitsProvider {
   std::string descriptionOfCurrentUnits() const;
   // What unit system `type` means for distances and speeds, for this provider's small unit.
   std::string descriptionOfUnitsSystem(std::int64_t type) const;
-  // The same through the shared provider.
-  static std::string descriptionOfUnitsSystemShared(std::int64_t type);
   // The localised system names, indexed by unit system.
   static std::vector<std::string> allUnitSystems();
   // The speed subject when units follow the speed unit, else "General".
   std::string principalUnitLocalizedName() const;
-  static std::string principalUnitLocalizedNameShared();
   std::string restrictedDistanceUnitSelectionMessage() const;
   static std::string localizedNameOfImperialSystem();
   static std::string localizedNameOfMetricSystem();
@@ -429,18 +412,17 @@ class UnitsProvider {
                                                           const UnitsProvider& provider);
 
  private:
-  void buildCatalogs();
+  // The unit system and small units of the current units.
+  UnitSystemChoice choice() const;
+  // Derives the current units for `choice`.
+  void deriveFor(const UnitSystemChoice& choice);
   // Stores the key's new value and synchronises.
   void storeInteger(std::string_view key, std::int64_t value);
   void storeString(std::string_view key, std::string_view value);
   // The common path of the pressure, temperature and vertical speed setters.
   void storeUnitChoice(const QMUnit& unit, const QMUnit* current, std::string_view key);
   // The common path of the length and area setters; null removes the choice.
-  template <typename Unit>
-  void storeMapUnitChoice(const std::shared_ptr<const Unit>& unit,
-                          std::shared_ptr<const Unit>& current, std::string_view key);
-  // The length or area threshold for `unit`.
-  double thresholdInMetersForUnit(const QMUnit& unit) const;
+  void storeMapUnitChoice(const QMUnit* unit, const QMUnit* current, std::string_view key);
   // Tells the environment to synchronise its clients when it supports that.
   void synchronizeClientsIfSupported() const;
   void notifyOnMapSettingsChange() const;
@@ -448,14 +430,10 @@ class UnitsProvider {
   std::shared_ptr<SettingsStore> store_;
   NotificationCenter& center_;
   EnvironmentSettings& environment_;
-
-  std::int64_t generalUnitType_ = 0;
-  std::int64_t distanceUnitType_ = 0;
-  std::int64_t altitudeUnitType_ = 0;
-  std::int64_t verticalSpeedUnitScale_ = 0;
-  double distanceSmallToBigThreshold_ = -1.0;
-  double lengthSmallToBigThreshold_ = -1.0;
-  double areaSmallToBigThreshold_ = -1.0;
+  // The first-launch choice of system, fixed when the provider is made.
+  const bool firstLaunchIsMetric_;
+  const UnitCatalogs catalogs_;
+  CurrentUnits current_;
 
   std::string localizedKm_;
   std::string localizedMile_;
@@ -465,26 +443,8 @@ class UnitsProvider {
   std::string localizedGPSCourseTitle_;
   std::string localizedCourseTitle_;
 
-  std::shared_ptr<const QMLengthUnit> lengthUnit_;
-  std::shared_ptr<const QMAreaUnit> areaUnit_;
-  std::shared_ptr<const QMSpeedUnit> speedUnit_;
-  std::shared_ptr<const QMVerticalSpeedUnit> verticalSpeedUnit_;
-  std::shared_ptr<const QMDistanceUnit> distanceUnit_;
-  std::shared_ptr<const QMAltitudeUnit> altitudeUnit_;
-  std::shared_ptr<const QMPressureUnit> pressureUnit_;
-  std::shared_ptr<const QMTemperatureUnit> temperatureUnit_;
-
   NumberFormatter decimalSpeedFormatter_;
   std::optional<NumberFormatter> altitudeFormatter_;
-
-  Catalog<QMLengthUnit> builtinLengthUnits_;
-  Catalog<QMAreaUnit> builtinAreaUnits_;
-  Catalog<QMDistanceUnit> builtinDistanceUnits_;
-  Catalog<QMAltitudeUnit> builtinAltitudeUnits_;
-  Catalog<QMPressureUnit> builtinPressureUnits_;
-  Catalog<QMTemperatureUnit> builtinTemperatureUnits_;
-  Catalog<QMSpeedUnit> builtinSpeedUnits_;
-  Catalog<QMVerticalSpeedUnit> builtinVerticalSpeedUnits_;
 };
 
 }  // namespace qm

@@ -39,18 +39,19 @@ std::string UnitsProvider::descriptionOfCurrentUnits() const {
   if (environment_.unitsAreDrivenBySpeedUnits()) {
     return formatLocalized(
         CoreStrings::CLSTRING("%@. %@: %@. %@: %@."),
-        {speedUnit_->localizedName(), capitalizedDistance(), distanceUnit_->localizedName(),
-         CoreStrings::CLSTRING("Altitude"), altitudeUnit_->localizedName()});
+        {current_.speedUnit->localizedName(), capitalizedDistance(),
+         current_.distanceUnit->localizedName(), CoreStrings::CLSTRING("Altitude"),
+         current_.altitudeUnit->localizedName()});
   }
   // The stored system is not range-checked; an unknown one has no name.
   const std::vector<std::string> systems = allUnitSystems();
-  const std::string system = generalUnitType_ >= 0 && generalUnitType_ < 3
-                                 ? systems[static_cast<size_t>(generalUnitType_)]
+  const std::string system = current_.generalUnitType >= 0 && current_.generalUnitType < 3
+                                 ? systems[static_cast<size_t>(current_.generalUnitType)]
                                  : std::string();
   return formatLocalized(CoreStrings::CLSTRING("%@. %@: %@. %@: %@. %@: %@"),
-                         {system, capitalizedDistance(), distanceUnit_->localizedName(),
-                          CoreStrings::CLSTRING("Altitude"), altitudeUnit_->localizedName(),
-                          CoreStrings::CLSTRING("Speed"), speedUnit_->localizedName()});
+                         {system, capitalizedDistance(), current_.distanceUnit->localizedName(),
+                          CoreStrings::CLSTRING("Altitude"), current_.altitudeUnit->localizedName(),
+                          CoreStrings::CLSTRING("Speed"), current_.speedUnit->localizedName()});
 }
 
 std::string UnitsProvider::descriptionOfUnitsSystem(std::int64_t type) const {
@@ -62,7 +63,7 @@ std::string UnitsProvider::descriptionOfUnitsSystem(std::int64_t type) const {
                                 {QMDistanceUnit::meterUnit()->localizedName(),
                                  QMDistanceUnit::footUnit()->localizedName()});
   } else {
-    const auto smallUnit = QMDistanceUnit::defaultForUnitType(type, distanceUnitType_);
+    const auto smallUnit = QMDistanceUnit::defaultForUnitType(type, current_.distanceUnitType);
     bigUnit = smallUnit->canSwitchToUnit();
     smallText = smallUnit->localizedName();
   }
@@ -73,20 +74,12 @@ std::string UnitsProvider::descriptionOfUnitsSystem(std::int64_t type) const {
        QMSpeedUnit::defaultForDistanceUnitType(type)->localizedName()});
 }
 
-std::string UnitsProvider::descriptionOfUnitsSystemShared(std::int64_t type) {
-  return sharedInstance().descriptionOfUnitsSystem(type);
-}
-
 std::string UnitsProvider::principalUnitLocalizedName() const {
   return principalUnitName(environment_.unitsAreDrivenBySpeedUnits());
 }
 
-std::string UnitsProvider::principalUnitLocalizedNameShared() {
-  return principalUnitName(EnvironmentSettings::shared().unitsAreDrivenBySpeedUnits());
-}
-
 std::string UnitsProvider::restrictedDistanceUnitSelectionMessage() const {
-  if (generalUnitType_ == 2) return CoreStrings::CLSTRING("nauticalSettingsHelpText");
+  if (current_.generalUnitType == 2) return CoreStrings::CLSTRING("nauticalSettingsHelpText");
   const std::string format =
       CoreStrings::CLSTRING("For %1$@ and %2$@ %3$@ units are deduced from applied %4$@ units.");
   if (environment_.unitsAreDrivenBySpeedUnits()) {

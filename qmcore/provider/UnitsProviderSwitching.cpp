@@ -2,17 +2,12 @@
 // from them, and the texts that describe the rule.
 
 #include "qmcore/platform/SettingsStore.hpp"
-#include "qmcore/provider/EnvironmentSettings.hpp"
 #include "qmcore/provider/UnitsProvider.hpp"
 #include "qmcore/strings/CoreStrings.hpp"
 #include "qmcore/strings/StringFormat.hpp"
 
 namespace qm {
 namespace {
-
-std::string switchKey(std::string_view uuid) {
-  return "QMUnitSwitch_" + std::string(uuid) + "_Value";
-}
 
 bool isKilometreOrMile(std::string_view uuid, std::string_view kilometre, std::string_view mile) {
   return isSameConstant(uuid, kilometre) || isSameConstant(uuid, mile);
@@ -21,46 +16,19 @@ bool isKilometreOrMile(std::string_view uuid, std::string_view kilometre, std::s
 }  // namespace
 
 std::int64_t UnitsProvider::automaticSwitchValueForUnit(const QMUnit& unit) const {
-  const std::string key = switchKey(unit.uuid());
-  if (store_->hasKey(key)) return store_->integerForKey(key);
-  if (!unit.switchToBiggerUnitByDefault()) return QMUnitShouldNotSwitchAutomatically;
-  // The distance units' factories ask the shared environment; this provider's may differ.
-  if (isSameConstant(unit.uuid(), QMFootDistanceUnitUuid)) {
-    return environment_.smallToBigFeetThresholdForDistance();
-  }
-  if (isSameConstant(unit.uuid(), QMMeterDistanceUnitUuid)) {
-    return environment_.smallToBigMetersThresholdForDistance();
-  }
-  return unit.unitSwitchesAtValue();
+  return qm::automaticSwitchValueForUnit(*store_, unit);
 }
 
 void UnitsProvider::setAutomaticSwitchValue(std::int64_t value, const QMUnit& unit) {
   // `unit` may be one of the current units, which establishCurrentUnits replaces: read it first.
   const QMMeasurementSubject subject = unit.subject();
-  const auto unitType = static_cast<std::int64_t>(unit.unitType());
-  storeInteger(switchKey(unit.uuid()), value);
-  if (subject == QMMeasurementSubject::kDistance && unitType == distanceUnitType_) {
-    distanceSmallToBigThreshold_ =
-        value == QMUnitShouldNotSwitchAutomatically
-            ? -1.0
-            : convertDistanceValue(static_cast<double>(value), unitType, 0);
-  }
+  storeInteger(switchValueKey(unit.uuid()), value);
   establishCurrentUnits();
   if (subject == QMMeasurementSubject::kLength || subject == QMMeasurementSubject::kArea) {
     notifyOnMapSettingsChange();
   } else {
     notifyOnUnitsChange();
   }
-}
-
-void UnitsProvider::restoreDistanceSmallToBigThreshold() {
-  const std::int64_t value = automaticSwitchValueForUnit(*distanceUnit_);
-  // Feet become metres by division by 3.28084, not by the foot's factor.
-  distanceSmallToBigThreshold_ =
-      value == QMUnitShouldNotSwitchAutomatically
-          ? -1.0
-          : convertDistanceValue(static_cast<double>(value),
-                                 static_cast<std::int64_t>(distanceUnit_->unitType()), 0);
 }
 
 std::string UnitsProvider::rulesDescriptionForUnit(const QMUnit& unit) const {
@@ -86,7 +54,7 @@ std::string UnitsProvider::localizedNameOfSwitchUnitForUnit(const QMUnit& unit) 
   const auto& bigUnit = unit.canSwitchToUnit();
   if (!bigUnit) return {};
   const QMMeasurementSubject subject = unit.subject();
-  if (generalUnitType_ == 2 &&
+  if (current_.generalUnitType == 2 &&
       (subject == QMMeasurementSubject::kDistance || subject == QMMeasurementSubject::kLength)) {
     const std::string_view uuid = bigUnit->uuid();
     if (isKilometreOrMile(uuid, QMKilometerDistanceUnitUuid, QMMileDistanceUnitUuid)) {

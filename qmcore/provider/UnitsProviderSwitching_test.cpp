@@ -1,30 +1,38 @@
 #include <gtest/gtest.h>
 
 #include "qmcore/provider/UnitsProvider.hpp"
-#include "qmcore/provider/UnitsProviderTestSupport.hpp"
+#include "qmcore/testing/UnitsProviderTestSupport.hpp"
 
 namespace qm {
 namespace {
 
 using testing::UnitsProviderTest;
 
-TEST_F(UnitsProviderTest, DistanceSwitchValuesComeFromTheProvidersEnvironment) {
+TEST_F(UnitsProviderTest, DistanceSwitchValuesAreTheOnesItsUnitsWereMadeWith) {
   // The metre asks the delegate's feet query too; without a delegate it has 1000 of its own.
   const struct {
     bool hasDelegate;
     std::int64_t feetAnswer;
     std::int64_t foot, meter;
-    double metricThreshold;
-  } cases[] = {
-      {false, 0, 2000, 1000, 1000.0}, {true, 3000, 3000, 3000, 3000.0}, {true, 0, 0, 0, 0.0}};
+  } cases[] = {{false, 0, 2000, 1000}, {true, 3000, 3000, 3000}, {true, 0, 0, 0}};
   for (const auto& c : cases) {
     delegate_->feetThreshold = c.feetAnswer;
     environment_.setDelegate(c.hasDelegate ? delegate_
                                            : std::shared_ptr<EnvironmentSettingsDelegate>());
     const UnitsProvider& p = launch("de_DE");
-    EXPECT_EQ(p.automaticSwitchValueForUnit(*QMDistanceUnit::footUnit()), c.foot);
-    EXPECT_EQ(p.automaticSwitchValueForUnit(*QMDistanceUnit::meterUnit()), c.meter);
-    EXPECT_EQ(p.distanceSmallToBigThresholdInMeters(), c.metricThreshold);
+    const auto foot = p.distanceUnitWithUuid(QMFootDistanceUnitUuid);
+    const auto meter = p.distanceUnitWithUuid(QMMeterDistanceUnitUuid);
+    EXPECT_EQ(p.automaticSwitchValueForUnit(*foot), c.foot);
+    EXPECT_EQ(p.automaticSwitchValueForUnit(*meter), c.meter);
+    EXPECT_EQ(p.distanceSmallToBigThresholdInMeters(), static_cast<double>(c.meter));
+
+    // A delegate installed later changes units made later, not this provider's.
+    delegate_->feetThreshold = 4321;
+    environment_.setDelegate(delegate_);
+    EXPECT_EQ(p.automaticSwitchValueForUnit(*meter), c.meter);
+    EXPECT_EQ(p.distanceSmallToBigThresholdInMeters(), static_cast<double>(c.meter));
+    EXPECT_EQ(p.automaticSwitchValueForUnit(*QMDistanceUnit::footUnit()), 2000)
+        << "a unit made elsewhere keeps its own value";
   }
 }
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "qmcore/provider/UnitsProviderTestSupport.hpp"
+#include "qmcore/testing/UnitsProviderTestSupport.hpp"
 
 namespace qm {
 namespace {

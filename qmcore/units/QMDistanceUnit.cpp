@@ -1,6 +1,5 @@
 #include "qmcore/units/QMDistanceUnit.hpp"
 
-#include "qmcore/provider/EnvironmentSettings.hpp"
 #include "qmcore/strings/CoreStrings.hpp"
 
 namespace qm {
@@ -19,34 +18,34 @@ std::shared_ptr<const QMDistanceUnit> QMDistanceUnit::make(const Definition& def
   return unit;
 }
 
-std::shared_ptr<const QMDistanceUnit> QMDistanceUnit::footUnit() {
-  return make(
-      {.uuid = QMFootDistanceUnitUuid,
-       .name = "Feet",
-       .abbreviation = QMFeetAbbreviation,
-       .ratioToMeter = 0.30479999,
-       .numberOfDecimalPlaces = 0,
-       .unitType = DistanceUnitType::kImperial,
-       .canSwitchToUnit = mileUnit(),
-       .unitSwitchesAtValue = EnvironmentSettings::shared().smallToBigFeetThresholdForDistance(),
-       .switchToBiggerUnitByDefault = true,
-       .base = true},
-      1282);
+std::shared_ptr<const QMDistanceUnit> QMDistanceUnit::footUnit(
+    const DistanceSwitchValues& switches) {
+  return make({.uuid = QMFootDistanceUnitUuid,
+               .name = "Feet",
+               .abbreviation = QMFeetAbbreviation,
+               .ratioToMeter = 0.30479999,
+               .numberOfDecimalPlaces = 0,
+               .unitType = DistanceUnitType::kImperial,
+               .canSwitchToUnit = mileUnit(),
+               .unitSwitchesAtValue = switches.feet,
+               .switchToBiggerUnitByDefault = true,
+               .base = true},
+              1282);
 }
 
-std::shared_ptr<const QMDistanceUnit> QMDistanceUnit::meterUnit() {
-  return make(
-      {.uuid = QMMeterDistanceUnitUuid,
-       .name = "Meters",
-       .abbreviation = QMMeterAbbreviation,
-       .ratioToMeter = 1.0,
-       .numberOfDecimalPlaces = 0,
-       .unitType = DistanceUnitType::kMetric,
-       .canSwitchToUnit = kilometerUnit(),
-       .unitSwitchesAtValue = EnvironmentSettings::shared().smallToBigMetersThresholdForDistance(),
-       .switchToBiggerUnitByDefault = true,
-       .base = true},
-      11);
+std::shared_ptr<const QMDistanceUnit> QMDistanceUnit::meterUnit(
+    const DistanceSwitchValues& switches) {
+  return make({.uuid = QMMeterDistanceUnitUuid,
+               .name = "Meters",
+               .abbreviation = QMMeterAbbreviation,
+               .ratioToMeter = 1.0,
+               .numberOfDecimalPlaces = 0,
+               .unitType = DistanceUnitType::kMetric,
+               .canSwitchToUnit = kilometerUnit(),
+               .unitSwitchesAtValue = switches.meters,
+               .switchToBiggerUnitByDefault = true,
+               .base = true},
+              11);
 }
 
 std::shared_ptr<const QMDistanceUnit> QMDistanceUnit::kilometerUnit() {
@@ -79,15 +78,19 @@ std::shared_ptr<const QMDistanceUnit> QMDistanceUnit::nauticalMileUnit() {
               1284);
 }
 
-std::vector<std::shared_ptr<const QMDistanceUnit>> QMDistanceUnit::builtinUnits() {
-  return {footUnit(), meterUnit(), kilometerUnit(), mileUnit(), nauticalMileUnit()};
+std::vector<std::shared_ptr<const QMDistanceUnit>> QMDistanceUnit::builtinUnits(
+    const DistanceSwitchValues& switches) {
+  return {footUnit(switches), meterUnit(switches), kilometerUnit(), mileUnit(), nauticalMileUnit()};
 }
 
 std::shared_ptr<const QMDistanceUnit> QMDistanceUnit::defaultForUnitType(
-    std::int64_t type, std::int64_t nauticalDistanceUnitTypePreference) {
-  if (type == 1) return footUnit();
-  if (type == 2) return nauticalDistanceUnitTypePreference == 0 ? meterUnit() : footUnit();
-  return meterUnit();
+    std::int64_t type, std::int64_t nauticalDistanceUnitTypePreference,
+    const DistanceSwitchValues& switches) {
+  if (type == 1) return footUnit(switches);
+  if (type == 2) {
+    return nauticalDistanceUnitTypePreference == 0 ? meterUnit(switches) : footUnit(switches);
+  }
+  return meterUnit(switches);
 }
 
 std::string QMDistanceUnit::localizedSubjectName() { return CoreStrings::CLSTRING("distance"); }

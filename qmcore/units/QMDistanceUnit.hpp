@@ -3,11 +3,10 @@
 //
 // Factors are metres per unit; the foot is the deliberately rounded 0.30479999. The names are
 // plural ("Feet", "miles" in lower case) and are string-table keys, so they stay as they are.
-// The foot and the metre switch to mile and kilometre by default, at a threshold the
-// environment settings give each time the factory runs: the foot at
-// `smallToBigFeetThresholdForDistance` (2000 without a delegate), the metre at
-// `smallToBigMetersThresholdForDistance`, which asks the delegate's feet query too (1000
-// without a delegate). A delegate installed later affects only units made later.
+// The foot and the metre switch to mile and kilometre by default, at thresholds that the host
+// app decides through the environment settings; the factories take them as
+// `DistanceSwitchValues` (the provider passes `EnvironmentSettings::distanceSwitchValues()`),
+// and a unit keeps the values it was made with. Without a host's say: 2000 ft and 1000 m.
 
 #ifndef QMCORE_UNITS_QMDISTANCEUNIT_HPP_
 #define QMCORE_UNITS_QMDISTANCEUNIT_HPP_
@@ -28,24 +27,34 @@ extern const std::string_view QMKilometerDistanceUnitUuid;     // ".distance-kil
 extern const std::string_view QMMileDistanceUnitUuid;          // ".distance-mile"
 extern const std::string_view QMNauticalMileDistanceUnitUuid;  // ".distance-nauticalmile"
 
+// The built-in switch values of the distance foot and metre.
+struct DistanceSwitchValues {
+  // Feet from which the foot switches to miles.
+  std::int64_t feet = 2000;
+  // Metres from which the metre switches to kilometres.
+  std::int64_t meters = 1000;
+};
+
 class QMDistanceUnit : public QMUnit {
  public:
   using QMUnit::QMUnit;
 
   // Each factory returns a new unit.
-  static std::shared_ptr<const QMDistanceUnit> footUnit();
-  static std::shared_ptr<const QMDistanceUnit> meterUnit();
+  static std::shared_ptr<const QMDistanceUnit> footUnit(const DistanceSwitchValues& switches = {});
+  static std::shared_ptr<const QMDistanceUnit> meterUnit(const DistanceSwitchValues& switches = {});
   static std::shared_ptr<const QMDistanceUnit> kilometerUnit();
   static std::shared_ptr<const QMDistanceUnit> mileUnit();
   static std::shared_ptr<const QMDistanceUnit> nauticalMileUnit();
 
   // Every built-in distance unit, new objects, in the order of the factories above.
-  static std::vector<std::shared_ptr<const QMDistanceUnit>> builtinUnits();
+  static std::vector<std::shared_ptr<const QMDistanceUnit>> builtinUnits(
+      const DistanceSwitchValues& switches = {});
 
   // Feet for imperial (1); for nautical (2) metres when `nauticalDistanceUnitTypePreference`
   // is 0, else feet; metres for every other type.
   static std::shared_ptr<const QMDistanceUnit> defaultForUnitType(
-      std::int64_t type, std::int64_t nauticalDistanceUnitTypePreference);
+      std::int64_t type, std::int64_t nauticalDistanceUnitTypePreference,
+      const DistanceSwitchValues& switches = {});
 
   // The library string for "distance".
   static std::string localizedSubjectName();

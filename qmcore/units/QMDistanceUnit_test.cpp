@@ -2,29 +2,17 @@
 
 #include <gtest/gtest.h>
 
-#include "qmcore/provider/EnvironmentSettings.hpp"
-
 namespace qm {
 namespace {
 
-class ThresholdDelegate : public EnvironmentSettingsDelegate {
- public:
-  std::int64_t smallToBigFeetThresholdForDistance() override { return 3000; }
-  std::int64_t smallToBigMetersThresholdForDistance() override { return 1500; }
-};
-
-TEST(QMDistanceUnit, SwitchValuesAskTheFeetQueryWhenTheUnitIsMade) {
-  const auto before = QMDistanceUnit::meterUnit();
-  auto delegate = std::make_shared<ThresholdDelegate>();
-  EnvironmentSettings::shared().setDelegate(delegate);
-  const auto foot = QMDistanceUnit::footUnit();
-  const auto meter = QMDistanceUnit::meterUnit();
-  delegate.reset();
-
-  EXPECT_EQ(foot->unitSwitchesAtValue(), 3000);
-  EXPECT_EQ(meter->unitSwitchesAtValue(), 3000) << "the metre asks the feet query";
-  EXPECT_EQ(before->unitSwitchesAtValue(), 1000) << "units made earlier keep their value";
-  EXPECT_EQ(QMDistanceUnit::footUnit()->unitSwitchesAtValue(), 2000) << "delegate released";
+TEST(QMDistanceUnit, FootAndMetreKeepTheSwitchValuesTheyAreMadeWith) {
+  const DistanceSwitchValues host{.feet = 3000, .meters = 1500};
+  EXPECT_EQ(QMDistanceUnit::footUnit(host)->unitSwitchesAtValue(), 3000);
+  EXPECT_EQ(QMDistanceUnit::meterUnit(host)->unitSwitchesAtValue(), 1500);
+  EXPECT_EQ(QMDistanceUnit::defaultForUnitType(2, 1, host)->unitSwitchesAtValue(), 3000);
+  EXPECT_EQ(QMDistanceUnit::footUnit()->unitSwitchesAtValue(), 2000);
+  EXPECT_EQ(QMDistanceUnit::meterUnit()->unitSwitchesAtValue(), 1000);
+  EXPECT_EQ(QMDistanceUnit::kilometerUnit()->unitSwitchesAtValue(), 0);
 }
 
 TEST(QMDistanceUnit, PackedDistanceUnitTypes) {

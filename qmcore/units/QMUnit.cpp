@@ -51,6 +51,19 @@ void QMUnit::define(const Definition& definition) {
   unitType_ = definition.unitType;
 }
 
+QMUnit::Definition QMUnit::definition() const {
+  return {.uuid = uuid_,
+          .name = name_,
+          .abbreviation = abbreviation_,
+          .ratioToMeter = ratioToMeter_,
+          .numberOfDecimalPlaces = numberOfDecimalPlaces_,
+          .unitType = unitType_,
+          .canSwitchToUnit = canSwitchToUnit_,
+          .unitSwitchesAtValue = unitSwitchesAtValue_,
+          .switchToBiggerUnitByDefault = switchToBiggerUnitByDefault_,
+          .base = base_};
+}
+
 std::string QMUnit::debugDescription() const {
   return invariantFormat("%s (%s), %s m*%f", orNull(name_).c_str(), orNull(uuid_).c_str(),
                          orNull(abbreviation_).c_str(), ratioToMeter_);

@@ -128,6 +128,8 @@ class QMUnit {
 
   // Called once by a factory on a new unit, before it is shared.
   void define(const Definition& definition);
+  // What `define` was given.
+  Definition definition() const;
 
   // "1 <this abbreviation> = <factor with `decimals` decimals> <target abbreviation>", the
   // shape of every unit's description.

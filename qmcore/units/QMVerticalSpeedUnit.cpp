@@ -18,6 +18,15 @@ std::shared_ptr<const QMVerticalSpeedUnit> QMVerticalSpeedUnit::make(
   return unit;
 }
 
+std::shared_ptr<const QMVerticalSpeedUnit> QMVerticalSpeedUnit::withScale(int scale) const {
+  auto unit = std::make_shared<QMVerticalSpeedUnit>();
+  unit->define(definition());
+  unit->defaultScale_ = defaultScale_;
+  unit->availableScales_ = availableScales_;
+  unit->scale_ = scale;
+  return unit;
+}
+
 std::shared_ptr<const QMVerticalSpeedUnit> QMVerticalSpeedUnit::metersPerSecondUnit() {
   return make({.uuid = QMMetersPerSecondVerticalSpeedUnitUuid,
                .name = "meters/second",

@@ -1,13 +1,13 @@
 // The built-in units of vertical speed. Factors are metres per second per unit.
 //
 // Each unit also carries the display scales it offers (`availableScales`), its `defaultScale`
-// and the `scale` currently applied, which the units provider sets on its catalog unit from
-// the user's stored choice. What a scale value means belongs to the value texts.
+// and the `scale` it is shown with. Units are immutable: the units provider applies the user's
+// stored scale by taking `withScale` of a catalog unit. What a scale value means belongs to the
+// value texts.
 
 #ifndef QMCORE_UNITS_QMVERTICALSPEEDUNIT_HPP_
 #define QMCORE_UNITS_QMVERTICALSPEEDUNIT_HPP_
 
-#include <atomic>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -44,10 +44,9 @@ class QMVerticalSpeedUnit : public QMUnit {
 
   const std::vector<int>& availableScales() const { return availableScales_; }
   int defaultScale() const { return defaultScale_; }
-  int scale() const { return scale_.load(std::memory_order_relaxed); }
-  // The one change a unit allows after it is made: the provider applies the user's scale to
-  // its shared catalog unit, so the setter is const and the value atomic.
-  void setScale(int scale) const { scale_.store(scale, std::memory_order_relaxed); }
+  int scale() const { return scale_; }
+  // A new unit like this one but shown with `scale`.
+  std::shared_ptr<const QMVerticalSpeedUnit> withScale(int scale) const;
 
  private:
   static std::shared_ptr<const QMVerticalSpeedUnit> make(const Definition& definition,
@@ -56,7 +55,7 @@ class QMVerticalSpeedUnit : public QMUnit {
 
   std::vector<int> availableScales_;
   int defaultScale_ = 0;
-  mutable std::atomic<int> scale_ = 0;
+  int scale_ = 0;
 };
 
 }  // namespace qm

@@ -86,10 +86,12 @@ TEST(UnitCatalogs, VerticalSpeedScales) {
     EXPECT_EQ(c.unit->scale(), c.defaultScale) << c.unit->uuid();
     EXPECT_EQ(c.unit->availableScales(), c.scales) << c.unit->uuid();
   }
-  // The provider sets the scale on its shared, otherwise immutable catalog unit.
-  cases[2].unit->setScale(3);
-  EXPECT_EQ(cases[2].unit->scale(), 3);
-  EXPECT_EQ(QMVerticalSpeedUnit::feetPerMinuteUnit()->scale(), 1);
+  // The provider applies a stored scale on a copy of the catalog unit.
+  const auto scaled = cases[2].unit->withScale(3);
+  EXPECT_EQ(scaled->scale(), 3);
+  EXPECT_EQ(scaled->uuid().data(), cases[2].unit->uuid().data());
+  EXPECT_EQ(scaled->availableScales(), cases[2].unit->availableScales());
+  EXPECT_EQ(cases[2].unit->scale(), 1) << "the original is unchanged";
 }
 
 template <typename Unit>

@@ -1,19 +1,18 @@
-// The units provider the tool's commands work with: over the store named by --settings, or the
-// standard store, with the default notification centre and the shared environment.
+// The environment and the units provider the tool's commands work with: the process's
+// environment with the settings store named by --settings (or the standard one), and a
+// provider over it with the shared environment settings.
 
 #ifndef QMCORE_TOOLS_QMCORE_PROVIDERSUPPORT_HPP_
 #define QMCORE_TOOLS_QMCORE_PROVIDERSUPPORT_HPP_
 
-#include <memory>
-
-#include "qmcore/platform/SettingsStore.hpp"
+#include "qmcore/platform/Env.hpp"
 #include "qmcore/provider/UnitsProvider.hpp"
 #include "tools/qmcore/Commands.hpp"
 
 namespace qm::tool {
 
-// The settings store of this run (made once).
-std::shared_ptr<SettingsStore> toolStore(const ToolContext& context);
+// The environment of this run (made once).
+Env& toolEnv(const ToolContext& context);
 
 // The provider of this run (made once, after the options are parsed, so that --locale
 // applies to its first-launch choices and texts).

@@ -1,8 +1,8 @@
-// A units provider over a store file of its own, with its own notification centre and
-// environment, for the provider's tests.
+// A units provider over a fake environment of its own (a store file, a notification centre and
+// environment settings of its own), for the provider's and the value texts' tests.
 
-#ifndef QMCORE_PROVIDER_UNITSPROVIDERTESTSUPPORT_HPP_
-#define QMCORE_PROVIDER_UNITSPROVIDERTESTSUPPORT_HPP_
+#ifndef QMCORE_TESTING_UNITSPROVIDERTESTSUPPORT_HPP_
+#define QMCORE_TESTING_UNITSPROVIDERTESTSUPPORT_HPP_
 
 #include <gtest/gtest.h>
 
@@ -17,6 +17,7 @@
 #include "qmcore/platform/SettingsStore.hpp"
 #include "qmcore/provider/EnvironmentSettings.hpp"
 #include "qmcore/provider/UnitsProvider.hpp"
+#include "qmcore/testing/FakeEnv.hpp"
 
 namespace qm::testing {
 
@@ -41,32 +42,26 @@ class UnitsProviderTest : public ::testing::Test {
  protected:
   void SetUp() override {
     savedLocale_ = currentLocaleIdentifier();
-    folder_ = std::filesystem::path(::testing::TempDir()) /
-              ("provider-" +
-               std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()));
-    std::filesystem::remove_all(folder_);
-    store_ = SettingsStore::openFile(storePath());
     environment_.setDelegate(delegate_);
     for (const char* name : {"QMUnitsChanged", "QMPlanimeterUnitTypeChanged"}) {
-      observers_.push_back(
-          center_.addObserver(name, [this](const Notification& n) { ++posts_[n.name]; }));
+      observers_.push_back(env_.notificationCenter().addObserver(
+          name, [this](const Notification& n) { ++posts_[n.name]; }));
     }
   }
 
   void TearDown() override {
     provider_.reset();
-    store_.reset();
-    std::filesystem::remove_all(folder_);
     setCurrentLocaleIdentifier(savedLocale_);
   }
 
-  std::string storePath() const { return (folder_ / "settings.sqlite").string(); }
+  std::string storePath() const { return env_.settingsPath().string(); }
 
   // A new provider over the test's store, as at a launch in `locale`.
   UnitsProvider& launch(const char* locale = "en_US") {
     setCurrentLocaleIdentifier(locale);
+    env_.setLocaleIdentifier(locale);
     provider_.reset();
-    provider_ = std::make_unique<UnitsProvider>(store_, center_, environment_);
+    provider_ = std::make_unique<UnitsProvider>(env_, environment_);
     posts_.clear();
     return *provider_;
   }
@@ -74,9 +69,8 @@ class UnitsProviderTest : public ::testing::Test {
   int unitsChangedPosts() const { return count("QMUnitsChanged"); }
   int mapSettingsPosts() const { return count("QMPlanimeterUnitTypeChanged"); }
 
-  std::filesystem::path folder_;
-  std::shared_ptr<SettingsStore> store_;
-  NotificationCenter center_;
+  FakeEnv env_;
+  std::shared_ptr<SettingsStore> store_ = env_.standardSettings();
   EnvironmentSettings environment_;
   std::shared_ptr<RecordingDelegate> delegate_ = std::make_shared<RecordingDelegate>();
   std::unique_ptr<UnitsProvider> provider_;
@@ -94,4 +88,4 @@ class UnitsProviderTest : public ::testing::Test {
 
 }  // namespace qm::testing
 
-#endif  // QMCORE_PROVIDER_UNITSPROVIDERTESTSUPPORT_HPP_
+#endif  // QMCORE_TESTING_UNITSPROVIDERTESTSUPPORT_HPP_

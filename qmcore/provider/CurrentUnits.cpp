@@ -1,0 +1,175 @@
+#include "qmcore/provider/CurrentUnits.hpp"
+
+#include <cmath>
+
+#include "qmcore/platform/SettingsStore.hpp"
+#include "qmcore/provider/QMUnitCalculator.hpp"
+#include "qmcore/provider/UnitsProviderKeys.hpp"
+
+namespace qm {
+namespace {
+
+template <typename Unit>
+void addAll(UnitCatalogs::Catalog<Unit>& catalog,
+            const std::vector<std::shared_ptr<const Unit>>& units) {
+  for (const auto& unit : units) catalog.emplace(std::string(unit->uuid()), unit);
+}
+
+// The catalog unit whose uuid is stored under `key`, or null.
+template <typename Unit>
+std::shared_ptr<const Unit> storedUnit(const SettingsStore& store, std::string_view key,
+                                       const UnitCatalogs::Catalog<Unit>& catalog) {
+  const auto uuid = store.stringForKey(key);
+  if (!uuid) return nullptr;
+  const auto it = catalog.find(*uuid);
+  return it == catalog.end() ? nullptr : it->second;
+}
+
+// Stored small-unit types of 2 or more are not small units: they mean metres.
+std::int64_t smallUnitType(std::int64_t stored) { return stored >= 2 ? 0 : stored; }
+
+// The first of `keys` that is stored, as a small-unit type.
+std::optional<std::int64_t> storedSmallUnitType(const SettingsStore& store,
+                                                std::initializer_list<std::string_view> keys) {
+  for (const std::string_view key : keys) {
+    if (store.hasKey(key)) return smallUnitType(store.integerForKey(key));
+  }
+  return std::nullopt;
+}
+
+// A switch value in the small distance unit of `unitType`, in metres. Feet become metres by
+// the division by 3.28084, not by the foot's factor.
+double distanceThreshold(std::int64_t switchValue, std::int64_t unitType) {
+  if (switchValue == QMUnitShouldNotSwitchAutomatically) return -1.0;
+  return calculator::convertDistanceValue(static_cast<double>(switchValue), unitType, 0);
+}
+
+double thresholdInMeters(const SettingsStore& store, const QMUnit& unit) {
+  if (!unit.canSwitchToUnit()) return -1.0;
+  const std::int64_t value = automaticSwitchValueForUnit(store, unit);
+  return value > QMUnitShouldNotSwitchAutomatically ? unit.ratioToMeter() * value : -1.0;
+}
+
+}  // namespace
+
+UnitCatalogs::UnitCatalogs(const DistanceSwitchValues& switches) {
+  addAll(length, QMLengthUnit::builtinUnits());
+  addAll(area, QMAreaUnit::builtinUnits());
+  addAll(speed, QMSpeedUnit::builtinUnits());
+  addAll(verticalSpeed, QMVerticalSpeedUnit::builtinUnits());
+  addAll(distance, QMDistanceUnit::builtinUnits(switches));
+  addAll(altitude, QMAltitudeUnit::builtinUnits());
+  addAll(pressure, QMPressureUnit::builtinUnits());
+  addAll(temperature, QMTemperatureUnit::builtinUnits());
+}
+
+std::string switchValueKey(std::string_view uuid) {
+  return "QMUnitSwitch_" + std::string(uuid) + "_Value";
+}
+
+std::string verticalSpeedScaleKey(std::string_view uuid) { return std::string(uuid) + "_scale"; }
+
+std::int64_t automaticSwitchValueForUnit(const SettingsStore& store, const QMUnit& unit) {
+  const std::string key = switchValueKey(unit.uuid());
+  if (store.hasKey(key)) return store.integerForKey(key);
+  return unit.switchToBiggerUnitByDefault() ? unit.unitSwitchesAtValue()
+                                            : QMUnitShouldNotSwitchAutomatically;
+}
+
+std::int64_t storedScaleForVerticalSpeedUnit(const SettingsStore& store,
+                                             const QMVerticalSpeedUnit& unit) {
+  const std::string key = verticalSpeedScaleKey(unit.uuid());
+  const double stored = store.doubleForKey(key);
+  // A value that is no scale at all (NaN, huge) counts as none stored.
+  if (!store.hasKey(key) || !(std::fabs(stored) < 1e9)) return unit.defaultScale();
+  return static_cast<std::int64_t>(stored);
+}
+
+std::int64_t restoredDistanceUnitType(const SettingsStore& store, std::int64_t generalUnitType) {
+  if (generalUnitType != 2) return generalUnitType;
+  // Nautical mode has no small unit of its own: metres or feet as chosen (the legacy key
+  // first), else the nautical default, feet.
+  return storedSmallUnitType(store, {QMOLDNauticalDistanceAndAltitudeUnitPrefKeyName,
+                                     QMNauticalDistanceUnitPrefKeyName})
+      .value_or(static_cast<std::int64_t>(
+          QMDistanceUnit::defaultForUnitType(generalUnitType, generalUnitType)->unitType()));
+}
+
+UnitSystemChoice restoreUnitSystemChoice(const SettingsStore& store, bool firstLaunchIsMetric) {
+  UnitSystemChoice choice;
+  // The stored system is taken as it is, even outside 0...2.
+  choice.generalUnitType = store.hasKey(QMGeneralUnitPrefKeyName)
+                               ? store.integerForKey(QMGeneralUnitPrefKeyName)
+                               : (firstLaunchIsMetric ? 0 : 1);
+  const std::int64_t system = choice.generalUnitType;
+  choice.distanceUnitType = restoredDistanceUnitType(store, system);
+  const auto storedAltitude =
+      system == 2 ? storedSmallUnitType(store, {QMOLDNauticalDistanceAndAltitudeUnitPrefKeyName,
+                                                QMAltitudeUnitPrefKeyName})
+                  : storedSmallUnitType(store, {QMAltitudeUnitPrefKeyName});
+  choice.altitudeUnitType = storedAltitude.value_or(
+      static_cast<std::int64_t>(QMAltitudeUnit::defaultForUnitType(system, system)->unitType()));
+  return choice;
+}
+
+CurrentUnits deriveCurrentUnits(const SettingsStore& store, const UnitCatalogs& catalogs,
+                                const UnitSystemChoice& choice, const CurrentUnits* previous) {
+  CurrentUnits units;
+  units.generalUnitType = choice.generalUnitType;
+  units.distanceUnitType = choice.distanceUnitType;
+  units.altitudeUnitType = choice.altitudeUnitType;
+  const std::int64_t system = choice.generalUnitType;
+
+  units.lengthUnit = storedUnit(store, QMCurrentLengthUnitUuidPrefKeyName, catalogs.length);
+  if (!units.lengthUnit)
+    units.lengthUnit =
+        catalogs.length.at(std::string(QMLengthUnit::defaultForDistanceUnitType(system)->uuid()));
+  units.lengthSmallToBigThreshold = thresholdInMeters(store, *units.lengthUnit);
+
+  units.areaUnit = storedUnit(store, QMCurrentAreaUnitUuidPrefKeyName, catalogs.area);
+  if (!units.areaUnit)
+    units.areaUnit =
+        catalogs.area.at(std::string(QMAreaUnit::defaultForDistanceUnitType(system)->uuid()));
+  units.areaSmallToBigThreshold = thresholdInMeters(store, *units.areaUnit);
+
+  // The speed unit always follows the system: there is no stored speed choice.
+  units.speedUnit =
+      catalogs.speed.at(std::string(QMSpeedUnit::defaultForDistanceUnitType(system)->uuid()));
+  units.distanceUnit = catalogs.distance.at(
+      std::string(units.distanceUnitType != 0 ? QMFootDistanceUnitUuid : QMMeterDistanceUnitUuid));
+  units.altitudeUnit = catalogs.altitude.at(
+      std::string(units.altitudeUnitType != 0 ? QMFootAltitudeUnitUuid : QMMeterAltitudeUnitUuid));
+  units.distanceSmallToBigThreshold =
+      distanceThreshold(automaticSwitchValueForUnit(store, *units.distanceUnit),
+                        static_cast<std::int64_t>(units.distanceUnit->unitType()));
+
+  auto verticalSpeed =
+      storedUnit(store, QMCurrentVerticalSpeedUnitUuidPrefKeyName, catalogs.verticalSpeed);
+  if (!verticalSpeed) {
+    verticalSpeed = catalogs.verticalSpeed.at(
+        std::string(QMVerticalSpeedUnit::defaultForDistanceUnitType(system)->uuid()));
+  }
+  units.verticalSpeedUnit = verticalSpeed->withScale(
+      static_cast<int>(storedScaleForVerticalSpeedUnit(store, *verticalSpeed)));
+
+  // A stale stored pressure or temperature keeps the unit shown so far.
+  units.pressureUnit = storedUnit(store, QMPressureUnitPrefKeyName, catalogs.pressure);
+  if (!units.pressureUnit && previous && store.stringForKey(QMPressureUnitPrefKeyName)) {
+    units.pressureUnit = previous->pressureUnit;
+  }
+  if (!units.pressureUnit) {
+    units.pressureUnit = catalogs.pressure.at(
+        std::string(QMPressureUnit::defaultForDistanceUnitType(system)->uuid()));
+  }
+  units.temperatureUnit = storedUnit(store, QMTemperatureUnitPrefKeyName, catalogs.temperature);
+  if (!units.temperatureUnit && previous && store.stringForKey(QMTemperatureUnitPrefKeyName)) {
+    units.temperatureUnit = previous->temperatureUnit;
+  }
+  if (!units.temperatureUnit) {
+    units.temperatureUnit = catalogs.temperature.at(
+        std::string(QMTemperatureUnit::defaultForDistanceUnitType(system)->uuid()));
+  }
+  return units;
+}
+
+}  // namespace qm
