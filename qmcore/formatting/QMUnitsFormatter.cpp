@@ -6,8 +6,8 @@
 #include "qmcore/formatting/QMFormatter.hpp"
 #include "qmcore/platform/InvariantFormat.hpp"
 #include "qmcore/provider/QMUnitCalculator.hpp"
-#include "qmcore/provider/UnitsProvider.hpp"
 #include "qmcore/strings/CoreStrings.hpp"
+#include "qmcore/units/UnitSystems.hpp"
 
 namespace qm {
 namespace {
@@ -16,12 +16,12 @@ namespace {
 constexpr double kPaceFloorMetersPerSecond = 0.01;
 constexpr double kSecondsPerHour = 3600.0;
 
-// The localized text of the key for `code` in `keys` (indexed by code); "" for a code without
-// a key.
-template <size_t N>
-std::string localizedKeyForCode(const std::array<const char*, N>& keys, std::int64_t code) {
-  if (code < 0 || code >= static_cast<std::int64_t>(N) || keys[code] == nullptr) return "";
-  return CoreStrings::CLSTRING(keys[code]);
+// The localized text of the key that `field` picks from the row of `code`; "" for a code or
+// a row without a key.
+std::string localizedSystemKey(std::int64_t code, std::string_view UnitSystem::*field) {
+  const UnitSystem* system = unitSystem(code);
+  if (system == nullptr || (system->*field).empty()) return "";
+  return CoreStrings::CLSTRING(system->*field);
 }
 
 // White space and line breaks as Unicode defines them, UTF-8 encoded.
@@ -49,70 +49,40 @@ std::string_view trimmedWhiteSpace(std::string_view text) {
 
 }  // namespace
 
-std::string QMUnitsFormatter::textForKilometricUnitType(std::int64_t unitType,
-                                                        const UnitsProvider& provider) {
-  switch (unitType) {
-    case 0:
-      return provider.localizedKmUnitAbbreviation();
-    case 1:
-    case 3:
-      return provider.localizedMileUnitAbbreviation();
-    case 2:
-      return provider.localizedNauticalMileUnitAbbreviation();
-    default:
-      return "";
-  }
-}
-
 std::string QMUnitsFormatter::textForKilometricUnitType(std::int64_t unitType) {
-  return textForKilometricUnitType(unitType, UnitsProvider::sharedInstance());
+  const UnitSystem* system = unitSystem(unitType);
+  return system == nullptr ? "" : localizedAbbreviation(system->bigUnit);
 }
 
 std::string QMUnitsFormatter::longTextForPluralKilometricUnitType(std::int64_t unitType) {
-  static constexpr std::array<const char*, 4> kKeys = {"kilometers", "miles", "nautical miles",
-                                                       "miles"};
-  return localizedKeyForCode(kKeys, unitType);
+  return localizedSystemKey(unitType, &UnitSystem::bigUnitPluralKey);
 }
 
 std::string QMUnitsFormatter::textForKilometricSpeedType(std::int64_t unitType) {
-  switch (unitType) {
-    case 0:
-      return CoreStrings::CLSTRING("km/h");
-    case 1:
-    case 3:
-      return "mph";
-    case 2:
-      return "kts";
-    default:
-      return "";
-  }
+  const UnitSystem* system = unitSystem(unitType);
+  if (system == nullptr) return "";
+  return system->speedLabelIsLocalized ? CoreStrings::CLSTRING(system->speedLabel)
+                                       : std::string(system->speedLabel);
 }
 
 std::string QMUnitsFormatter::speechTextForKilometricSpeedType(std::int64_t unitType) {
-  static constexpr std::array<const char*, 4> kKeys = {"kilometers per hour", "miles per hour",
-                                                       "knots", "miles per hour"};
-  return localizedKeyForCode(kKeys, unitType);
+  return localizedSystemKey(unitType, &UnitSystem::speedSpeechKey);
 }
 
 std::string QMUnitsFormatter::textForPaceUnitWithUnitType(std::int64_t unitType) {
-  static constexpr std::array<const char*, 3> kKeys = {"min/km", "min/mile", "min/nm"};
-  return localizedKeyForCode(kKeys, unitType);
+  return localizedSystemKey(unitType, &UnitSystem::paceUnitKey);
 }
 
 std::string QMUnitsFormatter::longTextForUnitType(std::int64_t unitType) {
-  static constexpr std::array<const char*, 4> kKeys = {"Meters", "Feet", nullptr, "Yards"};
-  return localizedKeyForCode(kKeys, unitType);
+  return localizedSystemKey(unitType, &UnitSystem::smallUnitLongKey);
 }
 
 std::string QMUnitsFormatter::longTextForDistanceLeftUnitType(std::int64_t unitType) {
-  static constexpr std::array<const char*, 4> kKeys = {"Meters_to", "Feet_to", nullptr, "Yards_to"};
-  return localizedKeyForCode(kKeys, unitType);
+  return localizedSystemKey(unitType, &UnitSystem::smallUnitDistanceLeftKey);
 }
 
 std::string QMUnitsFormatter::longTextForKilometricDistanceLeftUnitType(std::int64_t unitType) {
-  static constexpr std::array<const char*, 3> kKeys = {"Kilometers_to", "Miles_to",
-                                                       "NauticalMiles_to"};
-  return localizedKeyForCode(kKeys, unitType);
+  return localizedSystemKey(unitType, &UnitSystem::bigUnitDistanceLeftKey);
 }
 
 std::string QMUnitsFormatter::longTextForDistanceLeftWithUnit(const QMDistanceUnitType& unit) {
@@ -136,17 +106,11 @@ std::int64_t QMUnitsFormatter::unitTypeForAltitudeString(std::optional<std::stri
 }
 
 std::string QMUnitsFormatter::textForChargedDistance(double meters, std::int64_t unitType,
-                                                     std::string_view unitSeparator,
-                                                     const UnitsProvider& provider) {
-  const std::string label = textForKilometricUnitType(unitType, provider);
+                                                     std::string_view unitSeparator) {
+  const std::string label = textForKilometricUnitType(unitType);
   return invariantFormat("%.2f%.*s%s", QMCalculateKilometricDistance(unitType, meters),
                          static_cast<int>(unitSeparator.size()), unitSeparator.data(),
                          label.c_str());
-}
-
-std::string QMUnitsFormatter::textForChargedDistance(double meters, std::int64_t unitType,
-                                                     std::string_view unitSeparator) {
-  return textForChargedDistance(meters, unitType, unitSeparator, UnitsProvider::sharedInstance());
 }
 
 double QMUnitsFormatter::paceForSpeed(double metersPerSecond, std::int64_t targetUnit) {

@@ -5,15 +5,14 @@
 // unit. As big-unit ("kilometric") codes they stand for km, mi, mi, nm; as small-unit codes for
 // metres, feet and yards (2 is no small unit). A code an operation has no text for gives "".
 //
-//   QMUnitsFormatter::textForKilometricUnitType(2, provider);    // "nm" (localized)
+//   QMUnitsFormatter::textForKilometricUnitType(2);              // "nm" (localized)
 //   QMUnitsFormatter::speechTextForKilometricSpeedType(1);       // "miles per hour"
 //   QMUnitsFormatter::textForPaceForSpeed(2.7785, 0);            // "05:59" (per kilometre)
 //   QMUnitsFormatter::unitTypeForAltitudeString(" ft\n");        // 1
 //
-// Texts marked localized come from the library's string tables in the current locale.
-// Operations that read a provider take it explicitly; the forms without one use
-// `UnitsProvider::sharedInstance()`. Nothing throws. Thread-safe apart from the provider, which
-// is used from one thread at a time.
+// Texts marked localized come from the library's string tables in the current locale, looked
+// up at each call; what each code means comes from UnitSystems.hpp. Nothing throws.
+// Thread-safe.
 
 #ifndef QMCORE_FORMATTING_QMUNITSFORMATTER_HPP_
 #define QMCORE_FORMATTING_QMUNITSFORMATTER_HPP_
@@ -27,14 +26,10 @@
 
 namespace qm {
 
-class UnitsProvider;
-
 class QMUnitsFormatter {
  public:
-  // The provider's localized km abbreviation for 0, mile abbreviation for 1 and 3, nautical
-  // mile abbreviation for 2.
-  static std::string textForKilometricUnitType(std::int64_t unitType,
-                                               const UnitsProvider& provider);
+  // The localized km abbreviation for 0, "mi" for 1 and 3, the localized nautical mile
+  // abbreviation for 2.
   static std::string textForKilometricUnitType(std::int64_t unitType);
 
   // Localized "kilometers" (0), "miles" (1, 3), "nautical miles" (2).
@@ -64,9 +59,6 @@ class QMUnitsFormatter {
 
   // "%.2f" of the metres in the big unit of `unitType`, the separator and the unit's
   // abbreviation: "1.61 km". A code outside 0...2 converts to -1.0 ("-1.00mi" for 3).
-  static std::string textForChargedDistance(double meters, std::int64_t unitType,
-                                            std::string_view unitSeparator,
-                                            const UnitsProvider& provider);
   static std::string textForChargedDistance(double meters, std::int64_t unitType,
                                             std::string_view unitSeparator = "");
 

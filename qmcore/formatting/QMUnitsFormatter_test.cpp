@@ -121,9 +121,7 @@ TEST(QMStringForFloatPrecision, PrintfRoundingInEveryCLocale) {
   }
 }
 
-using QMUnitsFormatterProviderTest = testing::UnitsProviderTest;
-
-TEST_F(QMUnitsFormatterProviderTest, BigUnitAbbreviationsAndChargedDistances) {
+TEST(QMUnitsFormatter, BigUnitAbbreviationsAndChargedDistances) {
   const struct {
     const char* locale;
     std::int64_t code;
@@ -140,9 +138,9 @@ TEST_F(QMUnitsFormatterProviderTest, BigUnitAbbreviationsAndChargedDistances) {
       {"de_DE", 1, 1609.344, "", "mi", "1.00mi"},  // the mile is never translated
   };
   for (const auto& c : cases) {
-    const UnitsProvider& p = launch(c.locale);
-    EXPECT_EQ(F::textForKilometricUnitType(c.code, p), c.abbreviation) << c.locale << c.code;
-    EXPECT_EQ(F::textForChargedDistance(c.meters, c.code, c.separator, p), c.text)
+    const testing::ScopedLocale locale(c.locale);
+    EXPECT_EQ(F::textForKilometricUnitType(c.code), c.abbreviation) << c.locale << c.code;
+    EXPECT_EQ(F::textForChargedDistance(c.meters, c.code, c.separator), c.text)
         << c.locale << c.code;
   }
 }

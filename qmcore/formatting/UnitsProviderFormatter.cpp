@@ -13,6 +13,7 @@
 #include "qmcore/provider/QMUIValueWithUnit.hpp"
 #include "qmcore/provider/QMUnitCalculator.hpp"
 #include "qmcore/provider/UnitsProvider.hpp"
+#include "qmcore/units/UnitSystems.hpp"
 
 namespace qm {
 namespace {
@@ -41,35 +42,46 @@ int truncatedPowerOfTen(double exponent) {
 
 }  // namespace
 
+std::string UnitsProvider::bigUnitLabel(std::int64_t unitType) const {
+  const UnitSystem* system = unitSystem(unitType);
+  if (system == nullptr) return "";
+  switch (system->bigUnit) {
+    case BigDistanceUnit::kKilometer:
+      return localizedKm_;
+    case BigDistanceUnit::kMile:
+      return localizedMile_;
+    case BigDistanceUnit::kNauticalMile:
+      return localizedNauticalMile_;
+  }
+  return "";
+}
+
+std::string UnitsProvider::smallUnitLabel(std::int64_t unitType, bool localized) const {
+  const UnitSystem* system = unitSystem(unitType);
+  if (system == nullptr) return "";
+  SmallDistanceUnit unit = system->smallUnit;
+  if (unit == SmallDistanceUnit::kChosen) {
+    unit = current_.distanceUnitType != 0 ? SmallDistanceUnit::kFoot : SmallDistanceUnit::kMeter;
+  }
+  switch (unit) {
+    case SmallDistanceUnit::kMeter:
+      return localized ? localizedMeter_ : "m";
+    case SmallDistanceUnit::kFoot:
+    case SmallDistanceUnit::kChosen:
+      return "ft";
+    case SmallDistanceUnit::kYard:
+      return "yd";
+  }
+  return "";
+}
+
 std::string UnitsProvider::textForSmallDistanceUnitTypeForGeneralUnitType(
     std::int64_t unitType) const {
-  switch (unitType) {
-    case 0:
-      return localizedMeterUnitAbbreviation();
-    case 1:
-      return "ft";
-    case 2:
-      return current_.distanceUnitType == 0 ? localizedMeterUnitAbbreviation() : "ft";
-    case 3:
-      return "yd";
-    default:
-      return "";
-  }
+  return smallUnitLabel(unitType, true);
 }
 
 std::string UnitsProvider::nonLocalizedTextForUnitType(std::int64_t unitType) const {
-  switch (unitType) {
-    case 0:
-      return "m";
-    case 1:
-      return "ft";
-    case 2:
-      return current_.distanceUnitType != 0 ? "ft" : "m";
-    case 3:
-      return "yd";
-    default:
-      return "";
-  }
+  return smallUnitLabel(unitType, false);
 }
 
 std::string UnitsProvider::textForCurrentAltitudeUnit() const {
@@ -96,15 +108,14 @@ std::string UnitsProvider::textForDistance(double meters, std::string_view unitS
   const double threshold = current_.distanceSmallToBigThreshold;
   const auto separatorLength = static_cast<int>(unitSeparator.size());
   if (threshold >= 0 && meters >= threshold) {
-    const std::string label =
-        QMUnitsFormatter::textForKilometricUnitType(current_.generalUnitType, *this);
+    const std::string label = bigUnitLabel(current_.generalUnitType);
     return invariantFormat("%.2f%.*s%s",
                            QMCalculateKilometricDistance(current_.generalUnitType, meters),
                            separatorLength, unitSeparator.data(), label.c_str());
   }
   // Nautical mode has no small unit of its own: metres or feet, as chosen.
-  const std::int64_t code =
-      current_.generalUnitType == 2 ? current_.distanceUnitType : current_.generalUnitType;
+  const std::int64_t code = isNauticalSystem(current_.generalUnitType) ? current_.distanceUnitType
+                                                                       : current_.generalUnitType;
   const std::string label = textForSmallDistanceUnitTypeForGeneralUnitType(code);
   return invariantFormat("%.0f%.*s%s", QMCalculateDistance(code, meters), separatorLength,
                          unitSeparator.data(), label.c_str());
@@ -117,10 +128,9 @@ std::string UnitsProvider::textForMapDistance(double meters) const {
 QMUIValueWithUnit UnitsProvider::uiTextsForDistance(double meters) const {
   const double threshold = current_.distanceSmallToBigThreshold;
   if (threshold >= 0 && meters >= threshold) {
-    return {
-        .uiValue = QMStringForFloatPrecision2(
-            QMCalculateKilometricDistance(current_.generalUnitType, meters)),
-        .unitText = QMUnitsFormatter::textForKilometricUnitType(current_.generalUnitType, *this)};
+    return {.uiValue = QMStringForFloatPrecision2(
+                QMCalculateKilometricDistance(current_.generalUnitType, meters)),
+            .unitText = bigUnitLabel(current_.generalUnitType)};
   }
   return {
       .uiValue = QMStringForFloatPrecision0(QMCalculateDistance(current_.distanceUnitType, meters)),
@@ -132,7 +142,7 @@ std::string UnitsProvider::textForAltitudeWithNoUnits(double meters) const {
   // (printf rounds it to "-0", halves to even).
   if (meters > -0.5 && meters <= 0.0) meters = 0.0;
   if (current_.altitudeUnitType == 0) return QMStringForFloatPrecision0(meters);
-  if (current_.generalUnitType == 2 || current_.altitudeUnitType == 1) {
+  if (isNauticalSystem(current_.generalUnitType) || current_.altitudeUnitType == 1) {
     return QMStringForFloatPrecision0(meters * kFeetPerMeter);
   }
   return "";
@@ -204,28 +214,29 @@ std::string UnitsProvider::rulerValueForMetersPerPixel(float metersPerPoint) con
   const float meters = metersPerPoint * kScaleRulerLengthInPoints;
   if (current_.distanceUnitType == 0) {
     const double limit =
-        current_.generalUnitType == 2 ? kMetersPerNauticalMile : kMetersPerKilometer;
+        isNauticalSystem(current_.generalUnitType) ? kMetersPerNauticalMile : kMetersPerKilometer;
     if (meters > limit) {
       const std::int64_t big = current_.generalUnitType;
       // Kilometres in single precision: a 20.1-metre point makes 1.005 km, shown "1.00".
       const double value = big == 0 ? meters / 1000.0f : QMCalculateKilometricDistance(big, meters);
-      const std::string label = QMUnitsFormatter::textForKilometricUnitType(big, *this);
+      const std::string label = bigUnitLabel(big);
       return invariantFormat("%.2f %s", value, label.c_str());
     }
     const std::string label = textForSmallDistanceUnitTypeForGeneralUnitType(0);
     return invariantFormat("%.0f %s", rulerSmallValue(meters, meters > 100.0f), label.c_str());
   }
   const auto feet = static_cast<float>(static_cast<double>(meters) * kFeetPerMeter);
-  const double limit = current_.generalUnitType == 2 ? kFeetPerNauticalMile : kFeetPerMile;
+  const double limit =
+      isNauticalSystem(current_.generalUnitType) ? kFeetPerNauticalMile : kFeetPerMile;
   if (feet > limit) {
     double value = 0.0;
     std::string label;
     if (current_.generalUnitType == 1) {
       value = feet / kFeetPerMile;
-      label = QMUnitsFormatter::textForKilometricUnitType(current_.distanceUnitType, *this);
+      label = bigUnitLabel(current_.distanceUnitType);
     } else {
       value = QMCalculateKilometricDistance(current_.generalUnitType, meters);
-      label = QMUnitsFormatter::textForKilometricUnitType(current_.generalUnitType, *this);
+      label = bigUnitLabel(current_.generalUnitType);
     }
     return invariantFormat("%.2f %s", value, label.c_str());
   }
@@ -275,7 +286,8 @@ std::optional<QMUIValueWithUnit> UnitsProvider::uiTextsForMeasureInMeter(
       smallUnit->canSwitchToUnit()) {
     unit = smallUnit->canSwitchToUnit();
     // Lengths that grow beyond their small unit are nautical miles at sea.
-    if (current_.generalUnitType == 2 && smallUnit->subject() == QMMeasurementSubject::kLength) {
+    if (isNauticalSystem(current_.generalUnitType) &&
+        smallUnit->subject() == QMMeasurementSubject::kLength) {
       if (auto nauticalMile = lengthUnitWithUuid(QMNauticalMileUnitUuid)) {
         unit = std::move(nauticalMile);
       }

@@ -5,6 +5,7 @@
 #include "qmcore/platform/SettingsStore.hpp"
 #include "qmcore/provider/QMUnitCalculator.hpp"
 #include "qmcore/provider/UnitsProviderKeys.hpp"
+#include "qmcore/units/UnitSystems.hpp"
 
 namespace qm {
 namespace {
@@ -86,7 +87,7 @@ std::int64_t storedScaleForVerticalSpeedUnit(const SettingsStore& store,
 }
 
 std::int64_t restoredDistanceUnitType(const SettingsStore& store, std::int64_t generalUnitType) {
-  if (generalUnitType != 2) return generalUnitType;
+  if (!isNauticalSystem(generalUnitType)) return generalUnitType;
   // Nautical mode has no small unit of its own: metres or feet as chosen (the legacy key
   // first), else the nautical default, feet.
   return storedSmallUnitType(store, {QMOLDNauticalDistanceAndAltitudeUnitPrefKeyName,
@@ -104,9 +105,10 @@ UnitSystemChoice restoreUnitSystemChoice(const SettingsStore& store, bool firstL
   const std::int64_t system = choice.generalUnitType;
   choice.distanceUnitType = restoredDistanceUnitType(store, system);
   const auto storedAltitude =
-      system == 2 ? storedSmallUnitType(store, {QMOLDNauticalDistanceAndAltitudeUnitPrefKeyName,
-                                                QMAltitudeUnitPrefKeyName})
-                  : storedSmallUnitType(store, {QMAltitudeUnitPrefKeyName});
+      isNauticalSystem(system)
+          ? storedSmallUnitType(
+                store, {QMOLDNauticalDistanceAndAltitudeUnitPrefKeyName, QMAltitudeUnitPrefKeyName})
+          : storedSmallUnitType(store, {QMAltitudeUnitPrefKeyName});
   choice.altitudeUnitType = storedAltitude.value_or(
       static_cast<std::int64_t>(QMAltitudeUnit::defaultForUnitType(system, system)->unitType()));
   return choice;

@@ -1,30 +1,19 @@
 #include "qmcore/provider/QMUnitCalculator.hpp"
 
+#include "qmcore/units/QMUnit.hpp"
+#include "qmcore/units/UnitSystems.hpp"
+
 namespace qm {
-namespace {
-
-constexpr double kFeetPerMeter = 3.28084;
-constexpr double kMilesPerKilometer = 0.62137;
-constexpr double kNauticalMilesPerKilometer = 0.5399568;
-constexpr double kYardsPerMeter = 1.093;
-
-}  // namespace
 
 double QMCalculateKilometricDistance(std::int64_t unitType, double meters) {
-  switch (unitType) {
-    case 0:
-      return meters / 1000.0;
-    case 1:
-      return (meters / 1000.0) * kMilesPerKilometer;
-    case 2:
-      return (meters / 1000.0) * kNauticalMilesPerKilometer;
-    default:
-      return -1.0;
-  }
+  const UnitSystem* system = unitSystem(unitType);
+  if (system == nullptr || !system->bigUnitsPerKilometer) return -1.0;
+  return (meters / 1000.0) * *system->bigUnitsPerKilometer;
 }
 
 double QMCalculateDistance(std::int64_t unitType, double meters) {
-  return unitType == 1 ? kFeetPerMeter * meters : meters;
+  const UnitSystem* system = unitSystem(unitType);
+  return system == nullptr ? meters : system->smallUnitsPerMeter * meters;
 }
 
 double QMCalculateDegreesFromAngleUnitType(std::int64_t angleType, double value) {
@@ -48,30 +37,29 @@ double QMMinimumAcceptedStaticAccuracy() { return 30.0; }
 namespace calculator {
 
 double calculateKilometricSpeed(double metersPerSecond, std::int64_t unitType) {
-  switch (unitType) {
-    case 0:
-      return (metersPerSecond * 3600.0) / 1000.0;
-    case 1:
-      return (metersPerSecond * 3600.0 * kMilesPerKilometer) / 1000.0;
-    case 2:
-      return (metersPerSecond * 3600.0 * kNauticalMilesPerKilometer) / 1000.0;
-    default:
-      return -1.0;
-  }
+  const UnitSystem* system = unitSystem(unitType);
+  if (system == nullptr || !system->bigUnitsPerKilometer) return -1.0;
+  // All multiplications first, then the division; km/h's factor 1.0 changes nothing.
+  return (metersPerSecond * 3600.0 * *system->bigUnitsPerKilometer) / 1000.0;
 }
 
 double convertDistanceValue(double value, std::int64_t from, std::int64_t to) {
   if (from == to) return value;
-  if (from == 0 && to == 1) return kFeetPerMeter * value;
-  if (from == 1 && to == 0) return value / kFeetPerMeter;
-  return 0.0;
+  const UnitSystem* source = unitSystem(from);
+  const UnitSystem* target = unitSystem(to);
+  if (source == nullptr || target == nullptr || !source->isSmallDistanceUnitType ||
+      !target->isSmallDistanceUnitType) {
+    return 0.0;
+  }
+  // Metres' factor is 1.0: metres to feet is 3.28084 * v, feet to metres v / 3.28084, exactly.
+  return (target->smallUnitsPerMeter * value) / source->smallUnitsPerMeter;
 }
 
 double valueForAltitudeInMeters(double meters, std::int64_t unitType, std::int64_t altType) {
-  if (unitType == 1) return kFeetPerMeter * meters;
-  if (unitType == 3) return meters * kYardsPerMeter;
-  if (unitType == 2 && altType != 0) return kFeetPerMeter * meters;
-  return meters;
+  const UnitSystem* system = unitSystem(unitType);
+  if (system == nullptr) return meters;
+  if (system->altitudeUnitsPerMeter) return *system->altitudeUnitsPerMeter * meters;
+  return altType != 0 ? kFeetPerMeter * meters : meters;
 }
 
 }  // namespace calculator

@@ -9,6 +9,8 @@
 #include "qmcore/provider/EnvironmentSettings.hpp"
 #include "qmcore/strings/CoreStrings.hpp"
 #include "qmcore/units/QMUnitSorting.hpp"
+#include "qmcore/units/UnitKinds.hpp"
+#include "qmcore/units/UnitSystems.hpp"
 
 namespace qm {
 namespace {
@@ -20,13 +22,14 @@ std::shared_ptr<const Unit> find(const UnitsProvider::Catalog<Unit>& catalog,
   return it == catalog.end() ? nullptr : it->second;
 }
 
+// The catalog in the order of its kind (UnitKinds.hpp).
 template <typename Unit>
 std::vector<std::shared_ptr<const Unit>> sortedCatalog(const UnitsProvider::Catalog<Unit>& catalog,
-                                                       UnitSortOrder order) {
+                                                       QMMeasurementSubject subject) {
   std::vector<std::shared_ptr<const Unit>> units;
   units.reserve(catalog.size());
   for (const auto& entry : catalog) units.push_back(entry.second);
-  return sortedUnits(std::move(units), order);
+  return sortedUnits(std::move(units), unitKindForSubject(subject)->sortOrder);
 }
 
 }  // namespace
@@ -98,36 +101,36 @@ std::shared_ptr<const QMTemperatureUnit> UnitsProvider::temperatureUnitWithUuid(
 }
 
 std::vector<std::shared_ptr<const QMLengthUnit>> UnitsProvider::allLengthUnits() const {
-  return sortedCatalog(catalogs_.length, UnitSortOrder::kAscendingThenShorterName);
+  return sortedCatalog(catalogs_.length, QMMeasurementSubject::kLength);
 }
 
 std::vector<std::shared_ptr<const QMAreaUnit>> UnitsProvider::allAreaUnits() const {
-  return sortedCatalog(catalogs_.area, UnitSortOrder::kAscendingThenShorterName);
+  return sortedCatalog(catalogs_.area, QMMeasurementSubject::kArea);
 }
 
 std::vector<std::shared_ptr<const QMSpeedUnit>> UnitsProvider::allSpeedUnits() const {
-  return sortedCatalog(catalogs_.speed, UnitSortOrder::kAscending);
+  return sortedCatalog(catalogs_.speed, QMMeasurementSubject::kSpeed);
 }
 
 std::vector<std::shared_ptr<const QMVerticalSpeedUnit>> UnitsProvider::allVerticalSpeedUnits()
     const {
-  return sortedCatalog(catalogs_.verticalSpeed, UnitSortOrder::kAscending);
+  return sortedCatalog(catalogs_.verticalSpeed, QMMeasurementSubject::kVerticalSpeed);
 }
 
 std::vector<std::shared_ptr<const QMPressureUnit>> UnitsProvider::allPressureUnits() const {
-  return sortedCatalog(catalogs_.pressure, UnitSortOrder::kAscending);
+  return sortedCatalog(catalogs_.pressure, QMMeasurementSubject::kPressure);
 }
 
 std::vector<std::shared_ptr<const QMTemperatureUnit>> UnitsProvider::allTemperatureUnits() const {
-  return sortedCatalog(catalogs_.temperature, UnitSortOrder::kAscending);
+  return sortedCatalog(catalogs_.temperature, QMMeasurementSubject::kTemperature);
 }
 
 std::vector<std::shared_ptr<const QMAltitudeUnit>> UnitsProvider::allAltitudeUnits() const {
-  return sortedCatalog(catalogs_.altitude, UnitSortOrder::kDescending);
+  return sortedCatalog(catalogs_.altitude, QMMeasurementSubject::kAltitude);
 }
 
 std::vector<std::shared_ptr<const QMDistanceUnit>> UnitsProvider::allDistanceUnits() const {
-  return sortedCatalog(catalogs_.distance, UnitSortOrder::kDescending);
+  return sortedCatalog(catalogs_.distance, QMMeasurementSubject::kDistance);
 }
 
 // ---- Deriving ------------------------------------------------------------------------------
@@ -159,7 +162,7 @@ void UnitsProvider::setNauticalDistanceUnitType(std::int64_t type) {
   store_->setInteger(QMNauticalDistanceUnitPrefKeyName, type);
   store_->removeObjectForKey(QMOLDNauticalDistanceAndAltitudeUnitPrefKeyName);
   store_->synchronize();
-  if (current_.generalUnitType != 2 || type == current_.distanceUnitType) return;
+  if (!isNauticalSystem(current_.generalUnitType) || type == current_.distanceUnitType) return;
   UnitSystemChoice next = choice();
   next.distanceUnitType = restoredDistanceUnitType(*store_, next.generalUnitType);
   deriveFor(next);
@@ -261,7 +264,9 @@ void UnitsProvider::notifyOnMapSettingsChange() const {
 
 QMDistanceUnitType UnitsProvider::defaultQMDistanceUnit() const {
   const std::int64_t system = current_.generalUnitType;
-  const std::int64_t type = system == 1 || system == 2 ? system : 0;
+  // Systems without a big unit of their own (3, and codes outside the table) show kilometres.
+  const UnitSystem* row = unitSystem(system);
+  const std::int64_t type = row != nullptr && row->bigUnitsPerKilometer ? system : 0;
   return {.isKilometric = true, .unitType = static_cast<DistanceUnitType>(type)};
 }
 

@@ -412,6 +412,10 @@ class UnitsProvider {
                                                           const UnitsProvider& provider);
 
  private:
+  // The provider's label of the big unit, and of the small unit, of a unit system code ("" for
+  // other codes).
+  std::string bigUnitLabel(std::int64_t unitType) const;
+  std::string smallUnitLabel(std::int64_t unitType, bool localized) const;
   // The unit system and small units of the current units.
   UnitSystemChoice choice() const;
   // Derives the current units for `choice`.

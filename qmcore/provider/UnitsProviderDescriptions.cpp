@@ -5,6 +5,7 @@
 #include "qmcore/provider/UnitsProvider.hpp"
 #include "qmcore/strings/CoreStrings.hpp"
 #include "qmcore/strings/StringFormat.hpp"
+#include "qmcore/units/UnitSystems.hpp"
 
 namespace qm {
 namespace {
@@ -57,7 +58,7 @@ std::string UnitsProvider::descriptionOfCurrentUnits() const {
 std::string UnitsProvider::descriptionOfUnitsSystem(std::int64_t type) const {
   std::shared_ptr<const QMUnit> bigUnit;
   std::string smallText;
-  if (type == 2) {
+  if (isNauticalSystem(type)) {
     bigUnit = QMDistanceUnit::nauticalMileUnit();
     smallText = formatLocalized(CoreStrings::CLSTRING("%@ or %@"),
                                 {QMDistanceUnit::meterUnit()->localizedName(),
@@ -79,7 +80,8 @@ std::string UnitsProvider::principalUnitLocalizedName() const {
 }
 
 std::string UnitsProvider::restrictedDistanceUnitSelectionMessage() const {
-  if (current_.generalUnitType == 2) return CoreStrings::CLSTRING("nauticalSettingsHelpText");
+  if (isNauticalSystem(current_.generalUnitType))
+    return CoreStrings::CLSTRING("nauticalSettingsHelpText");
   const std::string format =
       CoreStrings::CLSTRING("For %1$@ and %2$@ %3$@ units are deduced from applied %4$@ units.");
   if (environment_.unitsAreDrivenBySpeedUnits()) {

@@ -5,6 +5,7 @@
 #include "qmcore/provider/UnitsProvider.hpp"
 #include "qmcore/strings/CoreStrings.hpp"
 #include "qmcore/strings/StringFormat.hpp"
+#include "qmcore/units/UnitSystems.hpp"
 
 namespace qm {
 namespace {
@@ -54,7 +55,7 @@ std::string UnitsProvider::localizedNameOfSwitchUnitForUnit(const QMUnit& unit) 
   const auto& bigUnit = unit.canSwitchToUnit();
   if (!bigUnit) return {};
   const QMMeasurementSubject subject = unit.subject();
-  if (current_.generalUnitType == 2 &&
+  if (isNauticalSystem(current_.generalUnitType) &&
       (subject == QMMeasurementSubject::kDistance || subject == QMMeasurementSubject::kLength)) {
     const std::string_view uuid = bigUnit->uuid();
     if (isKilometreOrMile(uuid, QMKilometerDistanceUnitUuid, QMMileDistanceUnitUuid)) {

@@ -1,12 +1,8 @@
 #include "qmcore/units/QMUnitConversions.hpp"
 
+#include "qmcore/units/UnitSystems.hpp"
+
 namespace qm {
-namespace {
-
-constexpr double kMilesPerKilometer = 0.62137;
-constexpr double kNauticalMilesPerKilometer = 0.5399568;
-
-}  // namespace
 
 double QMConvertUnitValue(const QMUnit& from, const QMUnit& to, double value) {
   return from.ratioToMeter() * value / to.ratioToMeter();
@@ -21,27 +17,22 @@ double QMConvertToMetricValue(const QMUnit& unit, double value) {
 }
 
 double QMCalculateMetricSpeedForKilometric(std::int64_t unitType, double speed) {
-  switch (unitType) {
-    case 0:
-      return speed * 1000.0 / 3600.0;
-    case 1:
-      return speed * 1000.0 / 2236.932;
-    case 2:
-      return speed * 1000.0 / 1943.84448;
-    default:
-      return -1.0;
-  }
+  const UnitSystem* system = unitSystem(unitType);
+  if (system == nullptr || !system->speedDivisor) return -1.0;
+  return speed * 1000.0 / *system->speedDivisor;
 }
 
 double QMConvertKiloValue(std::int64_t from, std::int64_t to, double value) {
   if (from == to) return value;
-  if (from == 0 && to == 1) return value * kMilesPerKilometer;
-  if (from == 0 && to == 2) return value * kNauticalMilesPerKilometer;
-  if (from == 1 && to == 0) return value / kMilesPerKilometer;
-  if (from == 2 && to == 0) return value / kNauticalMilesPerKilometer;
-  if (from == 1 && to == 2) return (value * kNauticalMilesPerKilometer) / kMilesPerKilometer;
-  if (from == 2 && to == 1) return (value * kMilesPerKilometer) / kNauticalMilesPerKilometer;
-  return 0.0;
+  const UnitSystem* source = unitSystem(from);
+  const UnitSystem* target = unitSystem(to);
+  if (source == nullptr || target == nullptr || !source->bigUnitsPerKilometer ||
+      !target->bigUnitsPerKilometer) {
+    return 0.0;
+  }
+  // Through kilometres, multiplied first: with the kilometre's factor 1.0 either step is exact,
+  // so 0 -> 1 is v * 0.62137 and 1 -> 0 is v / 0.62137 to the last bit.
+  return (value * *target->bigUnitsPerKilometer) / *source->bigUnitsPerKilometer;
 }
 
 float kPa2hPa(float value) { return value * 10.0f; }

@@ -10,63 +10,15 @@
 #include <string_view>
 #include <vector>
 
-#include "qmcore/units/QMAltitudeUnit.hpp"
-#include "qmcore/units/QMAreaUnit.hpp"
-#include "qmcore/units/QMDistanceUnit.hpp"
-#include "qmcore/units/QMLengthUnit.hpp"
-#include "qmcore/units/QMPressureUnit.hpp"
-#include "qmcore/units/QMSpeedUnit.hpp"
-#include "qmcore/units/QMTemperatureUnit.hpp"
-#include "qmcore/units/QMTimeUnit.hpp"
-#include "qmcore/units/QMUnitConversions.hpp"
-#include "qmcore/units/QMUnitSorting.hpp"
-#include "qmcore/units/QMVerticalSpeedUnit.hpp"
+#include "qmcore/units/UnitKinds.hpp"
 #include "tools/qmcore/Commands.hpp"
 
 namespace qm::tool {
 namespace {
 
-using UnitList = std::vector<std::shared_ptr<const QMUnit>>;
-
-template <typename Unit>
-UnitList sortedCatalog(std::vector<std::shared_ptr<const Unit>> units, UnitSortOrder order) {
-  UnitList result;
-  for (auto& unit : sortedUnits(std::move(units), order)) result.push_back(std::move(unit));
-  return result;
-}
-
-struct Kind {
-  const char* name;
-  UnitList (*units)();
-};
-
-// In this order abbreviations are tried by `convert`: "mi" and "km" are length units first.
-constexpr Kind kKinds[] = {
-    {"length",
-     [] {
-       return sortedCatalog(QMLengthUnit::builtinUnits(), UnitSortOrder::kAscendingThenShorterName);
-     }},
-    {"distance",
-     [] { return sortedCatalog(QMDistanceUnit::builtinUnits(), UnitSortOrder::kDescending); }},
-    {"area",
-     [] {
-       return sortedCatalog(QMAreaUnit::builtinUnits(), UnitSortOrder::kAscendingThenShorterName);
-     }},
-    {"speed", [] { return sortedCatalog(QMSpeedUnit::builtinUnits(), UnitSortOrder::kAscending); }},
-    {"vspeed",
-     [] { return sortedCatalog(QMVerticalSpeedUnit::builtinUnits(), UnitSortOrder::kAscending); }},
-    {"altitude",
-     [] { return sortedCatalog(QMAltitudeUnit::builtinUnits(), UnitSortOrder::kDescending); }},
-    {"pressure",
-     [] { return sortedCatalog(QMPressureUnit::builtinUnits(), UnitSortOrder::kAscending); }},
-    {"time", [] { return UnitList{QMTimeUnit::second()}; }},
-    {"temperature",
-     [] { return sortedCatalog(QMTemperatureUnit::builtinUnits(), UnitSortOrder::kAscending); }},
-};
-
 std::string kindNames() {
   std::string names;
-  for (const Kind& kind : kKinds) {
+  for (const UnitKind& kind : unitKinds()) {
     if (!names.empty()) names += ", ";
     names += kind.name;
   }
@@ -85,8 +37,8 @@ std::string numberText(double value) {
   return std::string(buffer, result.ptr);
 }
 
-void printKind(const Kind& kind) {
-  for (const auto& unit : kind.units()) {
+void printKind(const UnitKind& kind) {
+  for (const auto& unit : sortedBuiltinUnits(kind)) {
     std::printf("%s\t%s\t%s\t%s\t%s\n", std::string(unit->uuid()).c_str(),
                 unit->localizedName().c_str(), unit->localizedAbbreviation().c_str(),
                 numberText(unit->ratioToMeter()).c_str(), unit->uiDescription().c_str());
@@ -95,50 +47,31 @@ void printKind(const Kind& kind) {
 
 void listUnits(const std::optional<std::string>& kindName) {
   if (!kindName) {
-    for (const Kind& kind : kKinds) {
-      std::printf("# %s\n", kind.name);
+    for (const UnitKind& kind : unitKinds()) {
+      std::printf("# %s\n", std::string(kind.name).c_str());
       printKind(kind);
     }
     return;
   }
-  for (const Kind& kind : kKinds) {
-    if (*kindName == kind.name) return printKind(kind);
-  }
+  if (const UnitKind* kind = unitKindNamed(*kindName)) return printKind(*kind);
   throw UsageError("unknown kind '" + *kindName + "' (one of " + kindNames() + ")");
 }
 
-// The units of `units` that `name` names: by identifier, abbreviation or localised
-// abbreviation.
-UnitList unitsNamed(const UnitList& units, const std::string& name) {
-  UnitList found;
-  for (const auto& unit : units) {
-    if (unit->uuid() == name || unit->abbreviation() == name ||
-        unit->localizedAbbreviation() == name) {
-      found.push_back(unit);
-    }
-  }
-  return found;
-}
-
 bool namesAnyUnit(const std::string& name) {
-  for (const Kind& kind : kKinds) {
-    if (!unitsNamed(kind.units(), name).empty()) return true;
+  for (const UnitKind& kind : unitKinds()) {
+    if (!unitsNamed(kind.builtinUnits({}), name).empty()) return true;
   }
   return false;
 }
 
 void convert(const std::string& valueText, const std::string& fromName, const std::string& toName) {
   const double value = parseNumber(valueText, "value");
-  for (const Kind& kind : kKinds) {
-    const UnitList units = kind.units();
+  for (const UnitKind& kind : unitKinds()) {
+    const UnitList units = kind.builtinUnits({});
     const UnitList from = unitsNamed(units, fromName);
     const UnitList to = unitsNamed(units, toName);
     if (from.size() != 1 || to.size() != 1) continue;
-    // Temperatures convert with an offset, never through their factors.
-    const bool temperature = std::string_view(kind.name) == "temperature";
-    const double result = temperature
-                              ? QMTemperatureUnit::convertTemperature(value, *from[0], *to[0])
-                              : QMConvertUnitValue(*from[0], *to[0], value);
+    const double result = convertBetweenUnits(value, *from[0], *to[0]);
     std::printf("%s\n", numberText(result).c_str());
     return;
   }
