@@ -91,9 +91,11 @@ class QMPlanimeterSettings {
 
   // Re-reads every switch from the store.
   void initValues();
+  // Re-reads the angle type alone: the stored integer, or 0 when none is stored. Like the
+  // plain setter it neither writes nor notifies.
+  void initAnnotationAngleType();
 
  private:
-  void initAnnotationAngleType();
   void storeSwitch(bool& field, std::string_view key, bool value,
                    void (*notify)(NotificationCenter&));
   void storeLabelSwitch(bool& field, std::string_view key, bool value);
