@@ -3,6 +3,8 @@
 #include <cmath>
 #include <ctime>
 
+#include "qmcore/platform/Locale.hpp"
+
 namespace qm {
 namespace {
 
@@ -24,18 +26,19 @@ const QMDateFormatter& QMDateFormatter::sharedInstance() {
   return instance;
 }
 
-// An empty locale or time zone makes a DateFormatter follow the current one at each call.
-// The platform's shared instance kept the locale and time zone of its creation; here the
-// current-locale formats and the time zone of every format follow changes the host app makes,
-// as every other text of the library does, while the en_US_POSIX formats keep their locale.
 QMDateFormatter::QMDateFormatter()
-    : dateFormatter1_(kXmlPattern, kPosixLocale),
-      dateFormatter2_(kXmlWithoutFractionPattern, kPosixLocale),
-      isoFormatter_(isoDateFormatter()),
-      fileNameFormatter_(kFileNamePattern),
-      shortUIDateFormatter_(shortUIDateFormatter()),
-      shortUIDateOnlyFormatter_(shortUIDateOnlyFormatter()),
-      timeHourSecondsMillisecondsFormatter_(kTimeWithMillisecondsPattern, kPosixLocale) {}
+    : QMDateFormatter(currentLocaleIdentifier(), currentTimeZoneIdentifier()) {}
+
+// The locale and time zone are read once, so that every format of an instance shows the same
+// zone and what one instance writes it also reads back, whatever the host app changes later.
+QMDateFormatter::QMDateFormatter(const std::string& locale, const std::string& timeZone)
+    : dateFormatter1_(kXmlPattern, kPosixLocale, timeZone),
+      dateFormatter2_(kXmlWithoutFractionPattern, kPosixLocale, timeZone),
+      isoFormatter_(kIsoPattern, kPosixLocale, timeZone),
+      fileNameFormatter_(kFileNamePattern, locale, timeZone),
+      shortUIDateFormatter_(kShortUIPattern, locale, timeZone),
+      shortUIDateOnlyFormatter_(kShortUIDateOnlyPattern, locale, timeZone),
+      timeHourSecondsMillisecondsFormatter_(kTimeWithMillisecondsPattern, kPosixLocale, timeZone) {}
 
 std::string QMDateFormatter::xmlStringFromDate(Date date) const {
   return dateFormatter1_.format(date);
@@ -75,16 +78,21 @@ std::string QMDateFormatter::hourMinuteSecondMillisecondsFromDate(Date date) con
 }
 
 DateFormatter QMDateFormatter::isoDateFormatter() {
-  return DateFormatter(kIsoPattern, kPosixLocale);
+  return DateFormatter(kIsoPattern, kPosixLocale, currentTimeZoneIdentifier());
 }
 
 // An instance operation only because the platform's was one.
-DateFormatter QMDateFormatter::fileNameFormatter() const { return DateFormatter(kFileNamePattern); }
+DateFormatter QMDateFormatter::fileNameFormatter() const {
+  return DateFormatter(kFileNamePattern, currentLocaleIdentifier(), currentTimeZoneIdentifier());
+}
 
-DateFormatter QMDateFormatter::shortUIDateFormatter() { return DateFormatter(kShortUIPattern); }
+DateFormatter QMDateFormatter::shortUIDateFormatter() {
+  return DateFormatter(kShortUIPattern, currentLocaleIdentifier(), currentTimeZoneIdentifier());
+}
 
 DateFormatter QMDateFormatter::shortUIDateOnlyFormatter() {
-  return DateFormatter(kShortUIDateOnlyPattern);
+  return DateFormatter(kShortUIDateOnlyPattern, currentLocaleIdentifier(),
+                       currentTimeZoneIdentifier());
 }
 
 std::string QMDateFormatter::timeZoneGMTPart(Date at) { return DateFormatter("O").format(at); }

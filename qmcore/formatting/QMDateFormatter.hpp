@@ -16,10 +16,12 @@
 //   time         en_US_POSIX     HH:mm:ss.SSS
 //   backup name  current locale  yyyyMMdd_HHmmss
 //
-// All of them use the current time zone. The ICU formatters behind them are built once and
-// cached (see DateFormatter), so the shared instance is cheap to use. The en_US_POSIX formats
-// never change; the current-locale formats, and the time zone of all of them, follow the
-// host app's current locale and time zone at each call, so a change takes effect at once.
+// An instance keeps the locale and time zone that were current when it was made (for the
+// shared instance: at its first use): a later change of the host app's current locale or time
+// zone does not reach its texts. What is made at each call follows the change: the formatters
+// returned by `isoDateFormatter` and its kin (which then keep the locale and zone of their
+// making in turn), the backup names and the time-zone texts. The ICU formatters behind all of
+// them are built once and cached (see DateFormatter), so the shared instance is cheap to use.
 //
 // Failures: formatting a non-finite date gives ""; a text that does not match gives an absent
 // date. Thread-safety: every operation may be called from any thread.
@@ -42,6 +44,7 @@ class QMDateFormatter {
   // The one instance, created on first use (thread-safe).
   static const QMDateFormatter& sharedInstance();
 
+  // The formats in the current locale and time zone, kept for the instance's lifetime.
   QMDateFormatter();
 
   // "2020-05-01T12:00:00.123+02:00"; "Z" instead of an offset in UTC.
@@ -66,7 +69,8 @@ class QMDateFormatter {
   // "12:00:00.123", for log lines.
   std::string hourMinuteSecondMillisecondsFromDate(Date date) const;
 
-  // New formatters of the formats above, for callers that keep their own.
+  // New formatters of the formats above in the current locale and time zone, for callers
+  // that keep their own.
   static DateFormatter isoDateFormatter();
   DateFormatter fileNameFormatter() const;
   static DateFormatter shortUIDateFormatter();
@@ -90,6 +94,8 @@ class QMDateFormatter {
   static double fractionalSecondsForUnixTime(double unixTime);
 
  private:
+  QMDateFormatter(const std::string& locale, const std::string& timeZone);
+
   const DateFormatter dateFormatter1_;
   const DateFormatter dateFormatter2_;
   const DateFormatter isoFormatter_;

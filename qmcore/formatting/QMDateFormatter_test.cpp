@@ -6,6 +6,9 @@
 #include <cmath>
 #include <ctime>
 #include <functional>
+#include <iterator>
+#include <string>
+#include <string_view>
 #include <vector>
 
 #include "qmcore/platform/Locale.hpp"
@@ -24,22 +27,25 @@ class QMDateFormatterTest : public ::testing::Test {
   // The tests set the current locale and time zone freely; these restore them.
   const testing::ScopedLocale locale_;
   const testing::ScopedTimeZone timeZone_;
-
-  const QMDateFormatter& dates_ = QMDateFormatter::sharedInstance();
 };
 
+// A text of an instance (made in the current locale and time zone) or of a class operation.
+using Format = std::function<std::string(const QMDateFormatter&, Date)>;
+
+Format classOperation(std::string (*format)(Date)) {
+  return [format](const QMDateFormatter&, Date date) { return format(date); };
+}
+
 TEST_F(QMDateFormatterTest, FixedFormatsInTwoLocalesAndTwoTimeZones) {
-  using Format = std::function<std::string(Date)>;
-  const Format xml = std::bind_front(&QMDateFormatter::xmlStringFromDate, &dates_);
-  const Format iso = std::bind_front(&QMDateFormatter::isoStringFromDate, &dates_);
-  const Format file = std::bind_front(&QMDateFormatter::fileNameStringFromDate, &dates_);
-  const Format shortUI = std::bind_front(&QMDateFormatter::datetimeSecondsToShortUIString, &dates_);
-  const Format shortDate = std::bind_front(&QMDateFormatter::dateOnlyToShortUIString, &dates_);
-  const Format time =
-      std::bind_front(&QMDateFormatter::hourMinuteSecondMillisecondsFromDate, &dates_);
-  const Format backup = &QMDateFormatter::dateToBackupNameString;
-  const Format gmt = &QMDateFormatter::timeZoneGMTPart;
-  const Format zone = &QMDateFormatter::timeZoneLocalPart;
+  const Format xml = &QMDateFormatter::xmlStringFromDate;
+  const Format iso = &QMDateFormatter::isoStringFromDate;
+  const Format file = &QMDateFormatter::fileNameStringFromDate;
+  const Format shortUI = &QMDateFormatter::datetimeSecondsToShortUIString;
+  const Format shortDate = &QMDateFormatter::dateOnlyToShortUIString;
+  const Format time = &QMDateFormatter::hourMinuteSecondMillisecondsFromDate;
+  const Format backup = classOperation(&QMDateFormatter::dateToBackupNameString);
+  const Format gmt = classOperation(&QMDateFormatter::timeZoneGMTPart);
+  const Format zone = classOperation(&QMDateFormatter::timeZoneLocalPart);
   const struct {
     const char* locale;
     const char* timeZone;
@@ -70,19 +76,85 @@ TEST_F(QMDateFormatterTest, FixedFormatsInTwoLocalesAndTwoTimeZones) {
   for (const auto& c : cases) {
     setCurrentLocaleIdentifier(c.locale);
     setCurrentTimeZoneIdentifier(c.timeZone);
-    EXPECT_EQ((*c.format)(c.date), c.expected) << c.locale << " " << c.timeZone;
+    const QMDateFormatter dates;
+    EXPECT_EQ((*c.format)(dates, c.date), c.expected) << c.locale << " " << c.timeZone;
   }
-  EXPECT_EQ(dates_.xmlStringFromDate(Date::fromUnixSeconds(std::nan(""))), "");
+  EXPECT_EQ(QMDateFormatter().xmlStringFromDate(Date::fromUnixSeconds(std::nan(""))), "");
+}
+
+TEST_F(QMDateFormatterTest, InstanceKeepsItsLocaleAndZoneWhileNewFormattersFollowTheCurrentOnes) {
+  setCurrentLocaleIdentifier("en_US");
+  setCurrentTimeZoneIdentifier("UTC");
+  const QMDateFormatter dates;
+  const QMDateFormatter& shared = QMDateFormatter::sharedInstance();
+  const DateFormatter keptShortUI = QMDateFormatter::shortUIDateFormatter();
+  const auto made = [](DateFormatter (*make)()) {
+    return [make](const QMDateFormatter&, Date date) { return make().format(date); };
+  };
+  const struct {
+    const char* name;
+    Format format;
+    const char* madeInUSAndUTC;
+    const char* afterSwitchingToGermanyAndBerlin;
+  } cases[] = {
+      // The instance's formats.
+      {"xml", &QMDateFormatter::xmlStringFromDate, "2020-05-01T10:00:00.123Z",
+       "2020-05-01T10:00:00.123Z"},
+      {"iso", &QMDateFormatter::isoStringFromDate, "2020-05-01T10:00:00.12+0000",
+       "2020-05-01T10:00:00.12+0000"},
+      {"file", &QMDateFormatter::fileNameStringFromDate, "2020-05-01T10-00-00-123+0000",
+       "2020-05-01T10-00-00-123+0000"},
+      {"short UI", &QMDateFormatter::datetimeSecondsToShortUIString, "01-May-20 10:00:00",
+       "01-May-20 10:00:00"},
+      {"short date", &QMDateFormatter::dateOnlyToShortUIString, "01-May-20", "01-May-20"},
+      {"time", &QMDateFormatter::hourMinuteSecondMillisecondsFromDate, "10:00:00.123",
+       "10:00:00.123"},
+      {"kept formatter",
+       [&](const QMDateFormatter&, Date date) { return keptShortUI.format(date); },
+       "01-May-20 10:00:00", "01-May-20 10:00:00"},
+      // Made at each call.
+      {"new iso", made(&QMDateFormatter::isoDateFormatter), "2020-05-01T10:00:00.12+0000",
+       "2020-05-01T12:00:00.12+0200"},
+      {"new file",
+       [](const QMDateFormatter& d, Date date) { return d.fileNameFormatter().format(date); },
+       "2020-05-01T10-00-00-123+0000", "2020-05-01T12-00-00-123+0200"},
+      {"new short UI", made(&QMDateFormatter::shortUIDateFormatter), "01-May-20 10:00:00",
+       "01-Mai-20 12:00:00"},
+      {"new short date", made(&QMDateFormatter::shortUIDateOnlyFormatter), "01-May-20",
+       "01-Mai-20"},
+      {"backup", classOperation(&QMDateFormatter::dateToBackupNameString), "20200501_100000",
+       "20200501_120000"},
+      {"gmt", classOperation(&QMDateFormatter::timeZoneGMTPart), "GMT", "GMT+2"},
+  };
+  std::vector<std::string> sharedTexts;
+  for (const auto& c : cases) {
+    EXPECT_EQ(c.format(dates, kMay), c.madeInUSAndUTC) << c.name;
+    sharedTexts.push_back(c.format(shared, kMay));
+  }
+
+  setCurrentLocaleIdentifier("de_DE");
+  setCurrentTimeZoneIdentifier("Europe/Berlin");
+  for (const auto& c : cases) {
+    EXPECT_EQ(c.format(dates, kMay), c.afterSwitchingToGermanyAndBerlin) << c.name;
+  }
+  // The shared instance was made at its first use, in whatever locale and zone were current
+  // then; its kept formats (the rows whose texts do not change) do not change either.
+  for (std::size_t i = 0; i < std::size(cases); ++i) {
+    if (std::string_view(cases[i].madeInUSAndUTC) == cases[i].afterSwitchingToGermanyAndBerlin) {
+      EXPECT_EQ(cases[i].format(shared, kMay), sharedTexts[i]) << cases[i].name;
+    }
+  }
 }
 
 TEST_F(QMDateFormatterTest, FixedFormatsRoundTripInEveryZone) {
   for (const char* timeZone : {"UTC", "America/St_Johns", "Asia/Kathmandu"}) {
     setCurrentTimeZoneIdentifier(timeZone);
+    const QMDateFormatter dates;
     for (const double seconds : {0.0, 1588327200.123, -1234567.001}) {
       const Date date = Date::fromUnixSeconds(seconds);
-      const auto xml = dates_.dateFromXmlString(dates_.xmlStringFromDate(date));
-      const auto file = dates_.dateFromFileNameString(dates_.fileNameStringFromDate(date));
-      const auto iso = dates_.dateFromIsoString(dates_.isoStringFromDate(date));
+      const auto xml = dates.dateFromXmlString(dates.xmlStringFromDate(date));
+      const auto file = dates.dateFromFileNameString(dates.fileNameStringFromDate(date));
+      const auto iso = dates.dateFromIsoString(dates.isoStringFromDate(date));
       ASSERT_TRUE(xml && file && iso) << timeZone << " " << seconds;
       EXPECT_NEAR(xml->timeIntervalSince1970(), seconds, 1e-6);
       EXPECT_NEAR(file->timeIntervalSince1970(), seconds, 1e-6);
@@ -94,18 +166,20 @@ TEST_F(QMDateFormatterTest, FixedFormatsRoundTripInEveryZone) {
 
 TEST_F(QMDateFormatterTest, ReadsXmlTimestampsWithAndWithoutFraction) {
   setCurrentTimeZoneIdentifier("Asia/Tokyo");  // the texts carry their own zones
-  EXPECT_EQ(dates_.dateFromXmlString("2020-05-01T10:00:00.125+02:00"),
+  const QMDateFormatter dates;
+  EXPECT_EQ(dates.dateFromXmlString("2020-05-01T10:00:00.125+02:00"),
             Date::fromUnixSeconds(1588320000.125));
-  EXPECT_EQ(dates_.dateFromXmlString("2020-05-01T10:00:00Z"), Date::fromUnixSeconds(1588327200));
-  EXPECT_FALSE(dates_.dateFromXmlString("2020-05-01T10:00:00.125"));
-  EXPECT_FALSE(dates_.dateFromXmlString("2020-05-01 10:00:00Z"));
+  EXPECT_EQ(dates.dateFromXmlString("2020-05-01T10:00:00Z"), Date::fromUnixSeconds(1588327200));
+  EXPECT_FALSE(dates.dateFromXmlString("2020-05-01T10:00:00.125"));
+  EXPECT_FALSE(dates.dateFromXmlString("2020-05-01 10:00:00Z"));
 }
 
 TEST_F(QMDateFormatterTest, FileNameTextsHaveNoColonsAndSortLikeTheDates) {
   setCurrentTimeZoneIdentifier("Asia/Kolkata");
+  const QMDateFormatter dates;
   std::vector<std::string> texts;
   for (double t = 946684800.0; t < 1e10; t = t * 1.37 + 0.017) {
-    texts.push_back(dates_.fileNameStringFromDate(Date::fromUnixSeconds(t)));
+    texts.push_back(dates.fileNameStringFromDate(Date::fromUnixSeconds(t)));
     EXPECT_EQ(texts.back().find(':'), std::string::npos) << texts.back();
   }
   EXPECT_TRUE(std::is_sorted(texts.begin(), texts.end()));

@@ -144,7 +144,8 @@ class QMFormatter {
   static std::string datetimeToddMMMyy_HHcmm(Date date);
   // The date with the caller's pattern in the current locale; "" for an absent pattern.
   static std::string dateStringWithPattern(std::optional<std::string_view> pattern, Date date);
-  // QMDateFormatter's compact date and time: "03-Mar-25 14:07:09".
+  // QMDateFormatter's compact date and time: "03-Mar-25 14:07:09", from the shared instance,
+  // so in the locale and time zone that were current at its first use.
   static std::string datetimeSecondsToShortUIString2(Date date);
 
   // --- File sizes ---

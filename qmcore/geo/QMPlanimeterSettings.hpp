@@ -92,7 +92,8 @@ class QMPlanimeterSettings {
 
   // Re-reads every switch from the store.
   void initValues();
-  // Re-reads the angle type from the store (0 when absent), without a notification.
+  // Re-reads the angle type alone: the stored integer, or 0 when none is stored. Like the
+  // plain setter it neither writes nor notifies.
   void initAnnotationAngleType();
 
  private:

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <any>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -106,11 +107,26 @@ TEST_F(PlanimeterSettingsTest, AngleTypeHasAPlainAndAStoringSetter) {
   EXPECT_EQ(posts_, std::vector<std::string>{"QMPlanimeterUnitTypeChanged"});
   EXPECT_EQ(store_->integerForKey(kQMAnnotationAngleTypeKey), 1);
   EXPECT_EQ(QMPlanimeterSettings(env_, environment_).annotationAngleType(), 1);
+}
 
-  store_->setInteger(kQMAnnotationAngleTypeKey, 0);
-  settings.initAnnotationAngleType();
-  EXPECT_EQ(settings.annotationAngleType(), 0);
-  EXPECT_EQ(posts_.size(), 1u) << "re-reading posts nothing";
+TEST_F(PlanimeterSettingsTest, InitAnnotationAngleTypeRereadsTheStoreWithoutWritingOrPosting) {
+  QMPlanimeterSettings settings(env_, environment_);
+  const struct {
+    std::optional<SettingsValue> stored;  // absent: no value under the key
+    std::int64_t expected;
+  } cases[] = {{2, 2}, {std::nullopt, 0}, {-1, -1}, {0, 0}};
+  for (const auto& c : cases) {
+    if (c.stored) {
+      store_->setObject(kQMAnnotationAngleTypeKey, *c.stored);
+    } else {
+      store_->removeObjectForKey(kQMAnnotationAngleTypeKey);
+    }
+    settings.setAnnotationAngleType(7);  // a value the store does not hold
+    settings.initAnnotationAngleType();
+    EXPECT_EQ(settings.annotationAngleType(), c.expected) << c.expected;
+    EXPECT_EQ(store_->objectForKey(kQMAnnotationAngleTypeKey), c.stored) << c.expected;
+  }
+  EXPECT_TRUE(posts_.empty());
 }
 
 }  // namespace

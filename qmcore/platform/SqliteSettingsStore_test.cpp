@@ -368,26 +368,62 @@ TEST(SqliteSettingsStoreTest, FileThatCannotBeOpenedLeavesTheStoreInMemory) {
   EXPECT_TRUE(fs::is_empty(folder.file("folder.sqlite")));
 }
 
-TEST(SqliteSettingsStoreTest, RowsThisVersionCannotReadAreLeftInTheFile) {
+TEST(SqliteSettingsStoreTest, RowsThisVersionCannotReadAreAbsentAndLeftInTheFile) {
+  // Rows another version or a damaged disk could leave: none may stop the others reading.
+  std::string deepArrays = "x'";
+  for (int i = 0; i < 100000; ++i) deepArrays += "81";
+  deepArrays += "'";
+  const struct {
+    const char* key;
+    int kind;
+    std::string value;  // an SQL literal
+  } unreadable[] = {
+      {"future kind", 99, "'x'"},
+      {"bool as text", 0, "'yes'"},
+      {"bad array", 6, "x'00'"},
+      {"array of huge size", 6, "x'9b9b2f0000002f2f2f2f'"},
+      {"dictionary as array", 6, "x'8207a0'"},
+      {"deep arrays", 6, deepArrays},  // 100000 nested array heads
+  };
   TemporaryFolder folder;
   const std::string path = folder.file("settings.sqlite");
-  { SqliteSettingsStore(path).setInteger("known", 1); }
+  const Dictionary readable = {
+      {"known", 1},
+      {"list", Array{1, "two"}},
+      {"table", Dictionary{{"a", 2.5}}},
+  };
+  {
+    SqliteSettingsStore store(path);
+    for (const auto& [key, value] : readable) store.setObject(key, value);
+  }
   {
     internal::SqliteDatabase database = internal::SqliteDatabase::open(path);
-    database.execute(
-        "INSERT INTO settings VALUES('future kind', 99, 'x');"
-        "INSERT INTO settings VALUES('bad array', 6, x'00');");
+    for (const auto& row : unreadable) {
+      database.execute(std::string("INSERT INTO settings VALUES('") + row.key + "', " +
+                       std::to_string(row.kind) + ", " + row.value + ")");
+    }
   }
+  const auto rows = static_cast<std::int64_t>(readable.size() + std::size(unreadable));
   testing::internal::CaptureStderr();
   {
     SqliteSettingsStore store(path);
-    EXPECT_EQ(store.dictionaryRepresentation(), (Dictionary{{"known", 1}}));
+    EXPECT_EQ(store.dictionaryRepresentation(), readable);
+    // Rows that turn up later, when synchronising reads what another process wrote.
+    internal::SqliteDatabase::open(path).execute(
+        "INSERT INTO settings VALUES('later', 7, x'9b9b2f0000002f2f2f2f')");
     store.setInteger("another", 2);
     EXPECT_TRUE(store.synchronize());
+    Dictionary expected = readable;
+    expected.emplace("another", 2);
+    EXPECT_EQ(store.dictionaryRepresentation(), expected);
   }
-  EXPECT_NE(testing::internal::GetCapturedStderr().find("2 settings"), std::string::npos);
+  const std::string messages = testing::internal::GetCapturedStderr();
+  EXPECT_NE(messages.find(std::to_string(std::size(unreadable)) + " settings"), std::string::npos)
+      << messages;
   internal::SqliteDatabase database = internal::SqliteDatabase::open(path);
-  EXPECT_EQ(database.queryInteger("SELECT count(*) FROM settings"), 4);
+  EXPECT_EQ(database.queryInteger("SELECT count(*) FROM settings"), rows + 2);
+  EXPECT_EQ(database.queryText("SELECT hex(value) FROM settings WHERE key = 'array of huge size'"),
+            "9B9B2F0000002F2F2F2F");
 }
 
 TEST(SqliteSettingsStoreTest, OpenFileSharesOneStorePerFile) {

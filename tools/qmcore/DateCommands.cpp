@@ -19,24 +19,27 @@ struct NamedFormat {
   std::function<std::string(Date)> format;
 };
 
+// The shared instance keeps the locale and time zone of its first use, so it is reached only
+// when a format runs, after --locale has taken effect (the list below is built for --help).
+const QMDateFormatter& dates() { return QMDateFormatter::sharedInstance(); }
+
 const std::vector<NamedFormat>& namedFormats() {
   static const std::vector<NamedFormat> formats = [] {
-    const QMDateFormatter& dates = QMDateFormatter::sharedInstance();
     return std::vector<NamedFormat>{
         {"xml", "XML timestamp with milliseconds (2020-05-01T10:00:00.123Z)",
-         [&](Date d) { return dates.xmlStringFromDate(d); }},
+         [](Date d) { return dates().xmlStringFromDate(d); }},
         {"iso", "ISO timestamp with hundredths (2020-05-01T10:00:00.12+0000)",
-         [&](Date d) { return dates.isoStringFromDate(d); }},
+         [](Date d) { return dates().isoStringFromDate(d); }},
         {"filename", "text safe in file names (2020-05-01T10-00-00-123+0000)",
-         [&](Date d) { return dates.fileNameStringFromDate(d); }},
+         [](Date d) { return dates().fileNameStringFromDate(d); }},
         {"short", "compact date and time (01-May-20 10:00:00)",
-         [&](Date d) { return dates.datetimeSecondsToShortUIString(d); }},
+         [](Date d) { return dates().datetimeSecondsToShortUIString(d); }},
         {"shortdate", "compact date (01-May-20)",
-         [&](Date d) { return dates.dateOnlyToShortUIString(d); }},
+         [](Date d) { return dates().dateOnlyToShortUIString(d); }},
         {"backup", "backup file name (20200501_100000)",
          [](Date d) { return QMDateFormatter::dateToBackupNameString(d); }},
         {"time", "time of day with milliseconds (10:00:00.123)",
-         [&](Date d) { return dates.hourMinuteSecondMillisecondsFromDate(d); }},
+         [](Date d) { return dates().hourMinuteSecondMillisecondsFromDate(d); }},
         {"gmt", "GMT offset of the time zone (GMT+2)",
          [](Date d) { return QMDateFormatter::timeZoneGMTPart(d); }},
         {"zone", "short name of the time zone (CEST, or a GMT offset)",

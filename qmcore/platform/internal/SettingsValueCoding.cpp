@@ -1,5 +1,7 @@
 #include "qmcore/platform/internal/SettingsValueCoding.hpp"
 
+#include <cstddef>
+#include <exception>
 #include <limits>
 #include <string>
 #include <type_traits>
@@ -42,6 +44,46 @@ json toJson(const SettingsValue& value) {
                  value.storage());
   return json::array({static_cast<std::int64_t>(kindOf(value)), std::move(payload)});
 }
+
+// Stops the reading of input that nests containers deeper than `kMaxEncodedNesting` (nlohmann
+// reads nested containers by recursion, so a long run of array heads would exhaust the stack)
+// or declares more elements than the input has bytes (each element takes at least one).
+class ShapeCheck final : public json::json_sax_t {
+ public:
+  explicit ShapeCheck(std::size_t inputSize) : inputSize_(inputSize) {}
+
+  bool null() override { return true; }
+  bool boolean(bool) override { return true; }
+  bool number_integer(number_integer_t) override { return true; }
+  bool number_unsigned(number_unsigned_t) override { return true; }
+  bool number_float(number_float_t, const string_t&) override { return true; }
+  bool string(string_t&) override { return true; }
+  bool binary(binary_t&) override { return true; }
+  bool key(string_t&) override { return true; }
+  bool start_object(std::size_t elements) override { return enter(elements); }
+  bool end_object() override { return leave(); }
+  bool start_array(std::size_t elements) override { return enter(elements); }
+  bool end_array() override { return leave(); }
+  bool parse_error(std::size_t, const std::string&, const json::exception&) override {
+    return false;
+  }
+
+ private:
+  // nlohmann's size of a container of indefinite length.
+  static constexpr std::size_t kUnknownSize = static_cast<std::size_t>(-1);
+
+  bool enter(std::size_t elements) {
+    if (elements != kUnknownSize && elements > inputSize_) return false;
+    return ++depth_ <= kMaxEncodedNesting;
+  }
+  bool leave() {
+    --depth_;
+    return true;
+  }
+
+  const std::size_t inputSize_;
+  std::size_t depth_ = 0;
+};
 
 std::optional<double> numberOf(const json& payload) {
   if (payload.is_number_float()) return payload.get<double>();
@@ -129,11 +171,23 @@ std::vector<std::uint8_t> encodeSettingsValue(const SettingsValue& value) {
 }
 
 std::optional<SettingsValue> decodeSettingsValue(std::span<const std::uint8_t> bytes) {
-  // Tags are never written, so one in the input means it is not ours.
-  const json tagged = json::from_cbor(bytes.begin(), bytes.end(), /*strict=*/true,
-                                      /*allow_exceptions=*/false, json::cbor_tag_handler_t::error);
-  if (tagged.is_discarded()) return std::nullopt;
-  return fromJson(tagged);
+  // nlohmann throws for some malformed input even with exceptions turned off (a declared
+  // size beyond what a container can hold), and any failure here only means "not ours".
+  try {
+    // Tags are never written, so one in the input means it is not ours (for both passes).
+    ShapeCheck check(bytes.size());
+    if (!json::sax_parse(bytes.begin(), bytes.end(), &check, json::input_format_t::cbor,
+                         /*strict=*/true)) {
+      return std::nullopt;
+    }
+    const json tagged =
+        json::from_cbor(bytes.begin(), bytes.end(), /*strict=*/true,
+                        /*allow_exceptions=*/false, json::cbor_tag_handler_t::error);
+    if (tagged.is_discarded()) return std::nullopt;
+    return fromJson(tagged);
+  } catch (const std::exception&) {
+    return std::nullopt;
+  }
 }
 
 }  // namespace qm::internal

@@ -8,6 +8,7 @@
 #ifndef QMCORE_PLATFORM_INTERNAL_SETTINGSVALUECODING_HPP_
 #define QMCORE_PLATFORM_INTERNAL_SETTINGSVALUECODING_HPP_
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -33,8 +34,14 @@ SettingsKind kindOf(const SettingsValue& value);
 // The encoding of `value` (of any kind) in the self-describing form.
 std::vector<std::uint8_t> encodeSettingsValue(const SettingsValue& value);
 
+// The deepest nesting of CBOR containers that `decodeSettingsValue` reads. Each array or
+// dictionary level of a value takes two (its kind pair and its payload) and the innermost
+// value one, so values nested up to 255 arrays or dictionaries deep read back.
+inline constexpr std::size_t kMaxEncodedNesting = 512;
+
 // The value encoded in `bytes`, or absent when they are not a well-formed encoding (damaged,
-// or written by a later version with kinds this one does not know).
+// written by a later version with kinds this one does not know, or nested deeper than
+// `kMaxEncodedNesting`). Never throws, whatever the bytes: the file may hold anything.
 std::optional<SettingsValue> decodeSettingsValue(std::span<const std::uint8_t> bytes);
 
 }  // namespace qm::internal

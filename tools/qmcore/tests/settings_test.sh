@@ -48,4 +48,19 @@ expect_fail 2 "not a number" -- settings switch .length-foot lots
 expect_line "system: Metrisch" -- --locale de_DE --settings "$work/other.sqlite" settings
 expect_line "speed: .speed-knot (KNOTS, kts)" -- settings
 
+# A damaged value in the store file (an array whose head declares 2^63 elements and more)
+# reads as absent: the other settings still show, with a note on stderr.
+damaged="$work/damaged.sqlite"
+expect_line "system: Nautical" -- --locale en_DE --settings "$damaged" settings system nautical
+checks=$((checks + 1))
+if ! sqlite3 "$damaged" "INSERT INTO settings VALUES('damaged', 6, x'9b9b2f0000002f2f2f2f')"; then
+  failures=$((failures + 1)) && echo "FAIL: could not write the damaged row"
+fi
+expect_line "system: Nautical" -- --locale en_DE --settings "$damaged" settings
+expect_line "speed: .speed-knot (KNOTS, kts)" -- --locale en_DE --settings "$damaged" settings
+checks=$((checks + 1))
+if ! grep -qF "1 settings in $damaged cannot be read" "$work/err"; then
+  report --settings "$damaged" settings && echo "--- expected a note on stderr"
+fi
+
 finish

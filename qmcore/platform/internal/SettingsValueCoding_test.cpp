@@ -1,0 +1,114 @@
+#include "qmcore/platform/internal/SettingsValueCoding.hpp"
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <random>
+#include <string>
+#include <vector>
+
+namespace qm::internal {
+namespace {
+
+using Bytes = std::vector<std::uint8_t>;
+
+Bytes repeated(const Bytes& pattern, std::size_t count) {
+  Bytes bytes;
+  for (std::size_t i = 0; i < count; ++i) bytes.insert(bytes.end(), pattern.begin(), pattern.end());
+  return bytes;
+}
+
+// An array holding an array ... `depth` levels deep, around the integer 1.
+SettingsValue nestedArrays(int depth) {
+  SettingsValue value(1);
+  for (int i = 0; i < depth; ++i) {
+    SettingsValue::Array array;  // not Array{...}: an initializer list would copy
+    array.push_back(std::move(value));
+    value = SettingsValue(std::move(array));
+  }
+  return value;
+}
+
+TEST(SettingsValueCodingTest, DamagedOrForeignBytesReadAsAbsentWithoutThrowing) {
+  const struct {
+    const char* name;
+    Bytes bytes;
+  } cases[] = {
+      {"empty", {}},
+      // An array head declaring 2^63 and more elements: nlohmann throws for it on its own.
+      {"huge array size", {0x9b, 0x9b, 0x2f, 0x00, 0x00, 0x00, 0x2f, 0x2f, 0x2f, 0x2f}},
+      {"huge map size", {0xbb, 0xff, 0xff, 0xff, 0xff, 0xff, 0xff, 0xff, 0xff, 0x00}},
+      {"more elements than bytes", {0x9a, 0x00, 0x01, 0x00, 0x00, 0x06}},
+      // 100000 container heads: read by recursion, they would overflow the stack.
+      {"deep arrays", repeated({0x81}, 100000)},
+      {"deep indefinite arrays", repeated({0x9f}, 100000)},
+      {"deep maps", repeated({0xa1, 0x60}, 50000)},
+      {"tagged", {0xc1, 0x82, 0x01, 0x01}},
+      {"truncated pair", {0x82, 0x06}},
+      {"trailing bytes", {0x82, 0x01, 0x01, 0x00}},
+      {"not a kind pair", {0x01}},
+      {"unknown kind", {0x82, 0x18, 0x63, 0x00}},
+      {"array payload that is not an array", {0x82, 0x06, 0x01}},
+      {"integer above int64", {0x82, 0x01, 0x1b, 0xff, 0xff, 0xff, 0xff, 0xff, 0xff, 0xff, 0xff}},
+  };
+  for (const auto& c : cases) {
+    std::optional<SettingsValue> decoded;
+    EXPECT_NO_THROW(decoded = decodeSettingsValue(c.bytes)) << c.name;
+    EXPECT_FALSE(decoded.has_value()) << c.name;
+  }
+}
+
+TEST(SettingsValueCodingTest, NestingReadsBackUpToTheLimit) {
+  const struct {
+    int depth;
+    bool readsBack;
+  } cases[] = {{1, true}, {255, true}, {256, false}, {2000, false}};
+  for (const auto& c : cases) {
+    const SettingsValue value = nestedArrays(c.depth);
+    const std::optional<SettingsValue> decoded = decodeSettingsValue(encodeSettingsValue(value));
+    EXPECT_EQ(decoded.has_value(), c.readsBack) << c.depth;
+    if (decoded) {
+      EXPECT_EQ(*decoded, value) << c.depth;
+    }
+  }
+}
+
+// Random blobs, and a good encoding with random bytes changed, cut or added: whatever comes
+// back, nothing may throw. The seed is fixed so that a failure can be replayed.
+TEST(SettingsValueCodingTest, RandomBytesNeverThrow) {
+  std::mt19937 random(20240611);
+  std::uniform_int_distribution<int> byte(0, 255);
+  const Bytes good = encodeSettingsValue(SettingsValue(SettingsValue::Dictionary{
+      {"list", SettingsValue::Array{1, 2.5, "three", true, Date::fromUnixSeconds(4)}},
+      {"bytes", SettingsValue::Bytes{1, 2, 3}},
+      {"inner", SettingsValue::Dictionary{{"x", nestedArrays(3)}}},
+  }));
+  for (int round = 0; round < 5000; ++round) {
+    Bytes bytes;
+    if (round % 2 == 0) {
+      bytes.resize(std::uniform_int_distribution<std::size_t>(0, 48)(random));
+      for (auto& b : bytes) b = static_cast<std::uint8_t>(byte(random));
+    } else {
+      bytes = good;
+      const int edits = std::uniform_int_distribution<int>(1, 4)(random);
+      for (int e = 0; e < edits; ++e) {
+        const std::size_t at = std::uniform_int_distribution<std::size_t>(0, bytes.size())(random);
+        const auto value = static_cast<std::uint8_t>(byte(random));
+        switch (byte(random) % 3) {
+          case 0:
+            if (at < bytes.size()) bytes[at] = value;
+            break;
+          case 1:
+            bytes.resize(at);
+            break;
+          default:
+            bytes.insert(bytes.begin() + static_cast<std::ptrdiff_t>(at), value);
+        }
+      }
+    }
+    ASSERT_NO_THROW(decodeSettingsValue(bytes)) << "round " << round;
+  }
+}
+
+}  // namespace
+}  // namespace qm::internal
