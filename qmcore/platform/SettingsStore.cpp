@@ -1,8 +1,5 @@
 #include "qmcore/platform/SettingsStore.hpp"
 
-#include <pwd.h>
-#include <unistd.h>
-
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -13,6 +10,7 @@
 #include <system_error>
 #include <utility>
 
+#include "qmcore/platform/Env.hpp"
 #include "qmcore/platform/SqliteSettingsStore.hpp"
 
 namespace qm {
@@ -80,18 +78,6 @@ std::string doubleText(double value) {
   std::array<char, 32> buffer{};
   const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value);
   return std::string(buffer.data(), result.ptr);
-}
-
-std::string homeFolder() {
-  if (const char* home = std::getenv("HOME"); home != nullptr && *home != '\0') return home;
-  std::array<char, 4096> buffer{};
-  passwd entry{};
-  passwd* found = nullptr;
-  if (getpwuid_r(getuid(), &entry, buffer.data(), buffer.size(), &found) == 0 && found != nullptr &&
-      found->pw_dir != nullptr) {
-    return found->pw_dir;
-  }
-  return ".";
 }
 
 bool isPlainFileNameByte(unsigned char c) {
@@ -217,7 +203,7 @@ std::string SettingsStore::standardFilePath() {
   if (const char* config = std::getenv("XDG_CONFIG_HOME"); config != nullptr && *config == '/') {
     return (fs::path(config) / "qmcore" / kSettingsFileName).string();
   }
-  return (fs::path(homeFolder()) / ".config" / "qmcore" / kSettingsFileName).string();
+  return (Env::Default().homeDirectory() / ".config" / "qmcore" / kSettingsFileName).string();
 }
 
 std::string SettingsStore::namedFilePath(std::string_view suiteName) {

@@ -16,14 +16,18 @@ void addAll(UnitCatalogs::Catalog<Unit>& catalog,
   for (const auto& unit : units) catalog.emplace(std::string(unit->uuid()), unit);
 }
 
-// The catalog unit whose uuid is stored under `key`, or null.
+// The catalog unit whose uuid is stored under `key`. A stored uuid that is in no catalog
+// keeps `kept` when it is given; with nothing stored, or nothing kept, the catalog's `fallback`.
 template <typename Unit>
-std::shared_ptr<const Unit> storedUnit(const SettingsStore& store, std::string_view key,
-                                       const UnitCatalogs::Catalog<Unit>& catalog) {
-  const auto uuid = store.stringForKey(key);
-  if (!uuid) return nullptr;
-  const auto it = catalog.find(*uuid);
-  return it == catalog.end() ? nullptr : it->second;
+std::shared_ptr<const Unit> chosenUnit(const SettingsStore& store, std::string_view key,
+                                       const UnitCatalogs::Catalog<Unit>& catalog,
+                                       const std::shared_ptr<const Unit>& fallback,
+                                       const std::shared_ptr<const Unit>* kept = nullptr) {
+  if (const auto uuid = store.stringForKey(key)) {
+    if (const auto it = catalog.find(*uuid); it != catalog.end()) return it->second;
+    if (kept != nullptr && *kept) return *kept;
+  }
+  return catalog.at(std::string(fallback->uuid()));
 }
 
 // Stored small-unit types of 2 or more are not small units: they mean metres.
@@ -122,16 +126,11 @@ CurrentUnits deriveCurrentUnits(const SettingsStore& store, const UnitCatalogs& 
   units.altitudeUnitType = choice.altitudeUnitType;
   const std::int64_t system = choice.generalUnitType;
 
-  units.lengthUnit = storedUnit(store, QMCurrentLengthUnitUuidPrefKeyName, catalogs.length);
-  if (!units.lengthUnit)
-    units.lengthUnit =
-        catalogs.length.at(std::string(QMLengthUnit::defaultForDistanceUnitType(system)->uuid()));
+  units.lengthUnit = chosenUnit(store, QMCurrentLengthUnitUuidPrefKeyName, catalogs.length,
+                                QMLengthUnit::defaultForDistanceUnitType(system));
   units.lengthSmallToBigThreshold = thresholdInMeters(store, *units.lengthUnit);
-
-  units.areaUnit = storedUnit(store, QMCurrentAreaUnitUuidPrefKeyName, catalogs.area);
-  if (!units.areaUnit)
-    units.areaUnit =
-        catalogs.area.at(std::string(QMAreaUnit::defaultForDistanceUnitType(system)->uuid()));
+  units.areaUnit = chosenUnit(store, QMCurrentAreaUnitUuidPrefKeyName, catalogs.area,
+                              QMAreaUnit::defaultForDistanceUnitType(system));
   units.areaSmallToBigThreshold = thresholdInMeters(store, *units.areaUnit);
 
   // The speed unit always follows the system: there is no stored speed choice.
@@ -145,32 +144,19 @@ CurrentUnits deriveCurrentUnits(const SettingsStore& store, const UnitCatalogs& 
       distanceThreshold(automaticSwitchValueForUnit(store, *units.distanceUnit),
                         static_cast<std::int64_t>(units.distanceUnit->unitType()));
 
-  auto verticalSpeed =
-      storedUnit(store, QMCurrentVerticalSpeedUnitUuidPrefKeyName, catalogs.verticalSpeed);
-  if (!verticalSpeed) {
-    verticalSpeed = catalogs.verticalSpeed.at(
-        std::string(QMVerticalSpeedUnit::defaultForDistanceUnitType(system)->uuid()));
-  }
+  const auto verticalSpeed =
+      chosenUnit(store, QMCurrentVerticalSpeedUnitUuidPrefKeyName, catalogs.verticalSpeed,
+                 QMVerticalSpeedUnit::defaultForDistanceUnitType(system));
   units.verticalSpeedUnit = verticalSpeed->withScale(
       static_cast<int>(storedScaleForVerticalSpeedUnit(store, *verticalSpeed)));
 
   // A stale stored pressure or temperature keeps the unit shown so far.
-  units.pressureUnit = storedUnit(store, QMPressureUnitPrefKeyName, catalogs.pressure);
-  if (!units.pressureUnit && previous && store.stringForKey(QMPressureUnitPrefKeyName)) {
-    units.pressureUnit = previous->pressureUnit;
-  }
-  if (!units.pressureUnit) {
-    units.pressureUnit = catalogs.pressure.at(
-        std::string(QMPressureUnit::defaultForDistanceUnitType(system)->uuid()));
-  }
-  units.temperatureUnit = storedUnit(store, QMTemperatureUnitPrefKeyName, catalogs.temperature);
-  if (!units.temperatureUnit && previous && store.stringForKey(QMTemperatureUnitPrefKeyName)) {
-    units.temperatureUnit = previous->temperatureUnit;
-  }
-  if (!units.temperatureUnit) {
-    units.temperatureUnit = catalogs.temperature.at(
-        std::string(QMTemperatureUnit::defaultForDistanceUnitType(system)->uuid()));
-  }
+  units.pressureUnit = chosenUnit(store, QMPressureUnitPrefKeyName, catalogs.pressure,
+                                  QMPressureUnit::defaultForDistanceUnitType(system),
+                                  previous ? &previous->pressureUnit : nullptr);
+  units.temperatureUnit = chosenUnit(store, QMTemperatureUnitPrefKeyName, catalogs.temperature,
+                                     QMTemperatureUnit::defaultForDistanceUnitType(system),
+                                     previous ? &previous->temperatureUnit : nullptr);
   return units;
 }
 
