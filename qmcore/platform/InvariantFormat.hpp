@@ -9,8 +9,8 @@
 //   qm::invariantFormat("%+.2f", 0.0);           // "+0.00"
 //
 // The conversions of the library's texts (%s, %c, %d, %f with the flags '+' and '0', a width
-// and a precision, %%) are written without the C library, several times faster than
-// snprintf; every other format goes to vsnprintf with the POSIX locale in force for the call.
+// and a precision, %%) are written without the C library, about twice as fast as snprintf;
+// every other format goes to vsnprintf with the POSIX locale in force for the call.
 //
 // Thread-safe: nothing is shared, and the locale switch of the fallback is per thread.
 
