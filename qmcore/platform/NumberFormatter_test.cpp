@@ -107,9 +107,9 @@ double trickyNumber(std::mt19937_64& random, int decimals) {
   const double sign = pick(0, 1) == 1 ? -1.0 : 1.0;
   const double place = std::pow(10.0, decimals + 1);
   switch (pick(0, 5)) {
-    case 0:  // x.xx5 and x.xx4999 / x.xx5001
-      return sign * static_cast<double>(pick(0, 10000000) * 10 + 5 + pick(-1, 1) * pick(0, 1)) /
-             place;
+    case 0:  // x.xx5, and x.xx49 and x.xx51 beside it
+      return sign * static_cast<double>(pick(0, 10000000) * 100 + 50 + pick(-1, 1)) /
+             (place * 10.0);
     case 1:  // just below a carry: 9.995, 99.9999
       return sign * (std::pow(10.0, static_cast<double>(pick(0, 6))) -
                      5.0 / place * static_cast<double>(pick(0, 1)));
