@@ -3,12 +3,15 @@
 
 #include "qmcore/provider/UnitsProvider.hpp"
 
+#include <array>
 #include <cmath>
+#include <cstddef>
 #include <string>
 
 #include "qmcore/platform/DisplayOrientation.hpp"
 #include "qmcore/platform/Heading.hpp"
 #include "qmcore/platform/InvariantFormat.hpp"
+#include "qmcore/platform/Locale.hpp"
 #include "qmcore/provider/EnvironmentSettings.hpp"
 #include "qmcore/strings/CoreStrings.hpp"
 
@@ -18,13 +21,52 @@ namespace {
 constexpr int kAngleUnitDegrees = 0;
 constexpr int kAngleUnitMils = 1;
 
-// The shared body of the three bearing texts; `degreesFormat` is "%s%s%.0f" or "%s%s%.1f".
+// The cardinal abbreviations, in the order of `kCardinalKeys`.
+enum Cardinal : std::size_t { kN, kNE, kE, kSE, kS, kSW, kW, kNW, kCardinalCount };
+constexpr std::array<const char*, kCardinalCount> kCardinalKeys = {"N", "NE", "E", "SE",
+                                                                   "S", "SW", "W", "NW"};
+
+// 30° around the cardinal points, 60° for the diagonals; below 15 and from 345 on: north.
+// Not for NaN.
+Cardinal cardinalOf(double bearing) {
+  if (bearing >= 345.0) return kN;
+  if (bearing >= 285.0) return kNW;
+  if (bearing >= 255.0) return kW;
+  if (bearing >= 195.0) return kSW;
+  if (bearing >= 165.0) return kS;
+  if (bearing >= 105.0) return kSE;
+  if (bearing >= 75.0) return kE;
+  if (bearing >= 15.0) return kNE;
+  return kN;
+}
+
+// The localized abbreviation of `cardinal` in the current locale. Compass screens redraw
+// bearings many times a second, so each thread keeps the eight texts of the locale it last
+// used: the string tables are fixed, a text changes only with the locale.
+const std::string& cardinalText(Cardinal cardinal) {
+  struct Texts {
+    std::string locale;  // empty until filled: no current locale is empty
+    std::array<std::string, kCardinalCount> texts;
+  };
+  thread_local Texts cache;
+  std::string locale = currentLocaleIdentifier();
+  if (locale != cache.locale) {
+    for (std::size_t i = 0; i < kCardinalCount; ++i) {
+      cache.texts[i] = CoreStrings::CLSTRING(kCardinalKeys[i], locale);
+    }
+    cache.locale = std::move(locale);
+  }
+  return cache.texts[cardinal];
+}
+
+// The shared body of the three bearing texts; `degreesFormat` is "%.*s%s%.0f" or "%.*s%s%.1f".
 std::string bearingText(double bearing, std::string_view prefix, int angleUnit, bool skipShortPart,
                         const char* degreesFormat) {
   if (angleUnit == kAngleUnitMils) return invariantFormat("%.0f", bearing * 6400.0 / 360.0);
-  const std::string cardinal =
-      skipShortPart ? std::string() : UnitsProvider::shortCompassBearingText(bearing).value_or("");
-  return invariantFormat(degreesFormat, std::string(prefix).c_str(), cardinal.c_str(), bearing);
+  const char* cardinal =
+      skipShortPart || std::isnan(bearing) ? "" : cardinalText(cardinalOf(bearing)).c_str();
+  return invariantFormat(degreesFormat, static_cast<int>(prefix.size()), prefix.data(), cardinal,
+                         bearing);
 }
 
 double headingOf(const Heading& heading, std::int64_t trueOrMagnetic) {
@@ -35,12 +77,12 @@ double headingOf(const Heading& heading, std::int64_t trueOrMagnetic) {
 
 std::string UnitsProvider::textForBearing(double bearing, std::string_view prefix, int angleUnit,
                                           bool skipShortPart) {
-  return bearingText(bearing, prefix, angleUnit, skipShortPart, "%s%s%.0f");
+  return bearingText(bearing, prefix, angleUnit, skipShortPart, "%.*s%s%.0f");
 }
 
 std::string UnitsProvider::decimalTextForBearing(double bearing, std::string_view prefix,
                                                  int angleUnit, bool skipShortPart) {
-  return bearingText(bearing, prefix, angleUnit, skipShortPart, "%s%s%.1f");
+  return bearingText(bearing, prefix, angleUnit, skipShortPart, "%.*s%s%.1f");
 }
 
 std::string UnitsProvider::decimal2TextForBearing(double bearing, std::string_view prefix,
@@ -51,26 +93,7 @@ std::string UnitsProvider::decimal2TextForBearing(double bearing, std::string_vi
 
 std::optional<std::string> UnitsProvider::shortCompassBearingText(double bearing) {
   if (std::isnan(bearing)) return std::nullopt;
-  // 30° around the cardinal points, 60° for the diagonals; below 15 and from 345 on: north.
-  const char* key = "N";
-  if (bearing >= 345.0) {
-    key = "N";
-  } else if (bearing >= 285.0) {
-    key = "NW";
-  } else if (bearing >= 255.0) {
-    key = "W";
-  } else if (bearing >= 195.0) {
-    key = "SW";
-  } else if (bearing >= 165.0) {
-    key = "S";
-  } else if (bearing >= 105.0) {
-    key = "SE";
-  } else if (bearing >= 75.0) {
-    key = "E";
-  } else if (bearing >= 15.0) {
-    key = "NE";
-  }
-  return CoreStrings::CLSTRING(key);
+  return cardinalText(cardinalOf(bearing));
 }
 
 std::string UnitsProvider::abbreviationForAngleUnitType(int angleUnit) {

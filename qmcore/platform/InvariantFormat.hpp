@@ -2,13 +2,17 @@
 //
 // Invariant texts (storage, interchange, the library's fixed-precision numbers) must always use
 // "." as the decimal separator, even after a host app calls `setlocale(LC_ALL, "de_DE.UTF-8")`.
-// `invariantFormat` is printf with the "C" locale in force for the duration of the call only,
-// so its rounding is exactly printf's (the exact binary value, ties to even):
+// `invariantFormat` writes what printf writes in the "C" locale, with printf's rounding (the
+// exact binary value, ties to even):
 //
 //   qm::invariantFormat("%.2f%s", 1.005, "km");  // "1.00km" (1.005 is 1.00499999...)
 //   qm::invariantFormat("%+.2f", 0.0);           // "+0.00"
 //
-// Thread-safe: the locale switch is per thread.
+// The conversions of the library's texts (%s, %c, %d, %f with the flags '+' and '0', a width
+// and a precision, %%) are written without the C library, about twice as fast as snprintf;
+// every other format goes to vsnprintf with the POSIX locale in force for the call.
+//
+// Thread-safe: nothing is shared, and the locale switch of the fallback is per thread.
 
 #ifndef QMCORE_PLATFORM_INVARIANTFORMAT_HPP_
 #define QMCORE_PLATFORM_INVARIANTFORMAT_HPP_

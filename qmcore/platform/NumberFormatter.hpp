@@ -1,10 +1,14 @@
 // Locale-aware number texts, the stand-in for the phone platform's `NSNumberFormatter`.
 //
-// A `NumberFormatter` is a small immutable value describing a style; formatting goes through
-// ICU with a formatter built once per style and locale and cached process-wide, so making a
-// `NumberFormatter` is cheap and `format` costs about a microsecond. Rounding is ICU's default,
-// half to even, applied to the shortest decimal form of the double (as the platform does):
-// 0.125 with two decimals gives "0.12", 2.675 gives "2.68".
+// A `NumberFormatter` is a small immutable value describing a style. The texts are ICU's: its
+// formatter is built once per style and locale and cached process-wide, so making a
+// `NumberFormatter` is cheap. Where the locale writes numbers digit for digit (nearly all do,
+// in Latin, Arabic-Indic, Devanagari or other digits, grouped by threes or the Indian way),
+// `format` writes ICU's text itself from the locale's symbols, in about the time of snprintf;
+// elsewhere (algorithmic numbering systems, numbers from 1e15 on, NaN and infinities) ICU
+// writes it, in about a microsecond. Rounding is ICU's default, half to even, applied to the
+// shortest decimal form of the double (as the platform does): 0.125 with two decimals gives
+// "0.12", 2.675 gives "2.68".
 //
 //   qm::NumberFormatter f(qm::NumberFormatOptions{.minimumFractionDigits = 2,
 //                                                 .maximumFractionDigits = 2,

@@ -2,7 +2,15 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <cstdint>
+#include <limits>
+#include <random>
+#include <thread>
+#include <utility>
+
 #include "qmcore/platform/Locale.hpp"
+#include "qmcore/platform/internal/NumberFormatterTesting.hpp"
 
 namespace qm {
 namespace {
@@ -85,6 +93,116 @@ TEST_F(NumberFormatterTest, UncachedFormatterWritesTheSameText) {
     const NumberFormatter two = NumberFormatter::withDecimals(2);
     for (const double value : {1234.5, -0.125, 1e15}) {
       EXPECT_EQ(two.formatWithoutCache(value), two.format(value)) << locale << " " << value;
+    }
+  }
+}
+
+// Numbers that make a fast path go wrong: ties of the shortest decimal one place beyond the
+// kept ones (1.015, -0.5), near-ties, carries (9.995), numbers with many digits, tiny and huge
+// ones, and the non-finite ones.
+double trickyNumber(std::mt19937_64& random, int decimals) {
+  const auto pick = [&random](std::int64_t low, std::int64_t high) {
+    return std::uniform_int_distribution<std::int64_t>(low, high)(random);
+  };
+  const double sign = pick(0, 1) == 1 ? -1.0 : 1.0;
+  const double place = std::pow(10.0, decimals + 1);
+  switch (pick(0, 5)) {
+    case 0:  // x.xx5, and x.xx49 and x.xx51 beside it
+      return sign * static_cast<double>(pick(0, 10000000) * 100 + 50 + pick(-1, 1)) /
+             (place * 10.0);
+    case 1:  // just below a carry: 9.995, 99.9999
+      return sign * (std::pow(10.0, static_cast<double>(pick(0, 6))) -
+                     5.0 / place * static_cast<double>(pick(0, 1)));
+    case 2:  // any double from 1e-12 to 1e17
+      return sign * std::uniform_real_distribution<double>(1.0, 10.0)(random) *
+             std::pow(10.0, static_cast<double>(pick(-12, 17)));
+    case 3:  // whole numbers, where the grouping shows
+      return sign * static_cast<double>(pick(0, INT64_C(999999999999)));
+    case 4: {
+      const double special[] = {0.0,
+                                -0.0,
+                                std::numeric_limits<double>::infinity(),
+                                -std::numeric_limits<double>::infinity(),
+                                std::nan(""),
+                                std::numeric_limits<double>::denorm_min(),
+                                1e15,
+                                1e300};
+      return special[pick(0, 7)];
+    }
+    default:
+      return sign * std::uniform_real_distribution<double>(0.0, 2000.0)(random);
+  }
+}
+
+TEST_F(NumberFormatterTest, TextsAreIcusInEveryLocaleAndStyle) {
+  // Latin, Arabic-Indic and Bengali digits; groups of 3, of 3 then 2 (Indian), none below
+  // 10000 (Spanish); minus signs of one byte and of several; "." forced over "." grouping.
+  const char* const locales[] = {"en_US", "de_DE", "fr_FR", "hi_IN", "en_IN", "ar_EG",
+                                 "ja_JP", "es_ES", "sv_SE", "fa_IR", "bn_BD", "en_US_POSIX"};
+  std::mt19937_64 random(20240521);
+  for (const char* locale : locales) {
+    for (int decimals = 0; decimals <= 4; ++decimals) {
+      for (const int style : {0, 1, 2, 3}) {
+        const NumberFormatter formatter(NumberFormatOptions{
+            .minimumFractionDigits = style % 2 == 0 ? decimals : 0,
+            .maximumFractionDigits = decimals,
+            .usesGrouping = style >= 2,
+            .decimalSeparator =
+                style == 0 || style == 3 ? std::optional<std::string>(".") : std::nullopt,
+            .locale = locale});
+        const std::string what = std::string(locale) + " decimals " + std::to_string(decimals) +
+                                 " style " + std::to_string(style);
+        ASSERT_TRUE(internal::writesWithoutIcu(formatter)) << what;
+        for (int i = 0; i < 100; ++i) {
+          const double value = trickyNumber(random, decimals);
+          ASSERT_EQ(formatter.format(value), internal::formatWithIcu(formatter, value))
+              << what << " " << value;
+          const auto integer = static_cast<std::int64_t>(
+              std::uniform_real_distribution<double>(-1e18, 1e18)(random) /
+              std::pow(10.0, static_cast<double>(i % 19)));
+          ASSERT_EQ(formatter.format(integer), internal::formatWithIcu(formatter, integer))
+              << what << " " << integer;
+        }
+      }
+    }
+  }
+}
+
+TEST_F(NumberFormatterTest, StylesTheFastPathCannotWriteStillGetIcusTexts) {
+  const struct {
+    const char* locale;
+    NumberFormatOptions options;
+    double value;
+    const char* text;
+  } cases[] = {
+      // An algorithmic numbering system (Chinese numerals), which ICU writes in Latin digits.
+      {"zh_TW@numbers=hant", {.maximumFractionDigits = 1}, 12.5, "12.5"},
+      {"en_US", {.minimumIntegerDigits = 3, .usesGrouping = true}, 7.0, "007"},
+      {"en_US", {.maximumFractionDigits = 30}, 0.1, "0.1"},
+      {"en_US", {.minimumFractionDigits = 3, .maximumFractionDigits = 1}, 1.0, ""},
+  };
+  for (const auto& c : cases) {
+    NumberFormatOptions options = c.options;
+    options.locale = c.locale;
+    const NumberFormatter formatter(options);
+    EXPECT_FALSE(internal::writesWithoutIcu(formatter)) << c.locale << " " << c.value;
+    EXPECT_EQ(formatter.format(c.value), c.text) << c.locale << " " << c.value;
+  }
+}
+
+TEST_F(NumberFormatterTest, FollowsTheCurrentLocaleOnEveryThread) {
+  const NumberFormatter grouped(
+      NumberFormatOptions{.maximumFractionDigits = 1, .usesGrouping = true});
+  for (int round = 0; round < 3; ++round) {
+    for (const auto& [locale, text] : {std::pair{"en_US", "12,345.7"},
+                                       {"de_DE", "12.345,7"},
+                                       {"hi_IN", "12,345.7"},
+                                       {"ar_EG", "١٢٬٣٤٥٫٧"}}) {
+      setCurrentLocaleIdentifier(locale);
+      EXPECT_EQ(grouped.format(12345.67), text) << locale;
+      std::string other;
+      std::thread([&] { other = grouped.format(12345.67); }).join();
+      EXPECT_EQ(other, text) << locale;
     }
   }
 }
