@@ -111,10 +111,6 @@ std::string UnitsProvider::hintAbbreviationForAngleUnitType(int angleUnit) {
   return angleUnit == kAngleUnitDegrees ? "°" : "";
 }
 
-double UnitsProvider::orientationCorrectedForValue(double value) {
-  return orientationCorrectedForValue(value, DisplayOrientationSource::current());
-}
-
 double UnitsProvider::orientationCorrectedForValue(double value,
                                                    const DisplayOrientationSource& orientation) {
   double corrected = value;
@@ -139,21 +135,9 @@ double UnitsProvider::orientationCorrectedForValue(double value,
 }
 
 double UnitsProvider::orientationCorrectedHeading(const Heading& heading,
-                                                  std::int64_t trueOrMagnetic) {
-  return orientationCorrectedHeading(heading, trueOrMagnetic, DisplayOrientationSource::current());
-}
-
-double UnitsProvider::orientationCorrectedHeading(const Heading& heading,
                                                   std::int64_t trueOrMagnetic,
                                                   const DisplayOrientationSource& orientation) {
   return orientationCorrectedForValue(headingOf(heading, trueOrMagnetic), orientation);
-}
-
-std::string UnitsProvider::textForCompassHeading(const Heading& heading,
-                                                 std::int64_t trueOrMagnetic,
-                                                 std::string_view prefix, int angleUnit) {
-  return textForCompassHeading(heading, trueOrMagnetic, prefix, angleUnit,
-                               DisplayOrientationSource::current());
 }
 
 std::string UnitsProvider::textForCompassHeading(const Heading& heading,
@@ -173,17 +157,9 @@ std::string UnitsProvider::compassTypeTitle() const {
                                                              : "TrueNorthFirstLetter");
 }
 
-std::string UnitsProvider::hintForGPSCourseTitleWithAngleUnitType(int angleUnit) {
-  return hintForGPSCourseTitleWithAngleUnitType(angleUnit, sharedInstance());
-}
-
 std::string UnitsProvider::hintForGPSCourseTitleWithAngleUnitType(int angleUnit,
                                                                   const UnitsProvider& provider) {
   return provider.localizedGPSCourseTitle_ + hintAbbreviationForAngleUnitType(angleUnit);
-}
-
-std::string UnitsProvider::hintForCompassTitleWithAngleUnitType(int angleUnit) {
-  return hintForCompassTitleWithAngleUnitType(angleUnit, sharedInstance());
 }
 
 std::string UnitsProvider::hintForCompassTitleWithAngleUnitType(int angleUnit,

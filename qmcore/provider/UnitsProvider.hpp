@@ -28,6 +28,7 @@
 #include <string_view>
 #include <vector>
 
+#include "qmcore/platform/Env.hpp"
 #include "qmcore/platform/NumberFormatter.hpp"
 #include "qmcore/provider/CurrentUnits.hpp"
 #include "qmcore/provider/QMUIValueWithUnit.hpp"
@@ -376,21 +377,19 @@ class UnitsProvider {
   // A compass heading against the device's top turned to be against the display's top: +180
   // upside down, +90 landscape left, -90 landscape right, then one turn added or taken away
   // when the sum is above 360 or below 0 (360 itself stays 360). Reads the orientation from
-  // `orientation`, by default the process-wide one that the host sets.
-  static double orientationCorrectedForValue(double value);
-  static double orientationCorrectedForValue(double value,
-                                             const DisplayOrientationSource& orientation);
+  // `orientation`, by default the process's (the one the host sets).
+  static double orientationCorrectedForValue(
+      double value,
+      const DisplayOrientationSource& orientation = Env::Default().displayOrientation());
   // orientationCorrectedForValue of the heading's magnetic heading when `trueOrMagnetic` is
   // non-zero, else of its true heading.
-  static double orientationCorrectedHeading(const Heading& heading, std::int64_t trueOrMagnetic);
-  static double orientationCorrectedHeading(const Heading& heading, std::int64_t trueOrMagnetic,
-                                            const DisplayOrientationSource& orientation);
+  static double orientationCorrectedHeading(
+      const Heading& heading, std::int64_t trueOrMagnetic,
+      const DisplayOrientationSource& orientation = Env::Default().displayOrientation());
   // textForBearing of the corrected heading, with the cardinal abbreviation.
-  static std::string textForCompassHeading(const Heading& heading, std::int64_t trueOrMagnetic,
-                                           std::string_view prefix, int angleUnit);
-  static std::string textForCompassHeading(const Heading& heading, std::int64_t trueOrMagnetic,
-                                           std::string_view prefix, int angleUnit,
-                                           const DisplayOrientationSource& orientation);
+  static std::string textForCompassHeading(
+      const Heading& heading, std::int64_t trueOrMagnetic, std::string_view prefix, int angleUnit,
+      const DisplayOrientationSource& orientation = Env::Default().displayOrientation());
 
   // The upper-cased titles made when the provider was.
   const std::string& gpsCourseTitle() const { return localizedGPSCourseTitle_; }
@@ -402,14 +401,12 @@ class UnitsProvider {
   std::string compassTypeTitle() const;
   // The GPS course title of the shared provider, or of `provider`, followed by the hint
   // abbreviation: "GPS COURSE°" in degrees, "GPS COURSE" in mils.
-  static std::string hintForGPSCourseTitleWithAngleUnitType(int angleUnit);
-  static std::string hintForGPSCourseTitleWithAngleUnitType(int angleUnit,
-                                                            const UnitsProvider& provider);
+  static std::string hintForGPSCourseTitleWithAngleUnitType(
+      int angleUnit, const UnitsProvider& provider = sharedInstance());
   // The compass title of the shared provider, or of `provider`, followed by the hint
   // abbreviation: "COMPASS (T)°" in degrees, "COMPASS (T)" in mils.
-  static std::string hintForCompassTitleWithAngleUnitType(int angleUnit);
-  static std::string hintForCompassTitleWithAngleUnitType(int angleUnit,
-                                                          const UnitsProvider& provider);
+  static std::string hintForCompassTitleWithAngleUnitType(
+      int angleUnit, const UnitsProvider& provider = sharedInstance());
 
  private:
   // The provider's label of the big unit, and of the small unit, of a unit system code ("" for

@@ -2,6 +2,7 @@
 
 #include "qmcore/platform/TextCase.hpp"
 #include "qmcore/strings/CoreStrings.hpp"
+#include "qmcore/units/UnitSystems.hpp"
 
 namespace qm {
 
@@ -42,9 +43,10 @@ std::vector<std::shared_ptr<const QMAltitudeUnit>> QMAltitudeUnit::builtinUnits(
 
 std::shared_ptr<const QMAltitudeUnit> QMAltitudeUnit::defaultForUnitType(
     std::int64_t type, std::int64_t nauticalAltitudeUnitTypePreference) {
-  if (type == 1) return footUnit();
-  if (type == 2) return nauticalAltitudeUnitTypePreference == 0 ? meterUnit() : footUnit();
-  return meterUnit();
+  const SmallDistanceUnit unit = unitSystemDefaults(type).smallUnit;
+  const bool feet = unit == SmallDistanceUnit::kFoot ||
+                    (unit == SmallDistanceUnit::kChosen && nauticalAltitudeUnitTypePreference != 0);
+  return feet ? footUnit() : meterUnit();
 }
 
 std::string QMAltitudeUnit::localizedSubjectName() {

@@ -2,6 +2,7 @@
 
 #include "qmcore/platform/TextCase.hpp"
 #include "qmcore/strings/CoreStrings.hpp"
+#include "qmcore/units/UnitSystems.hpp"
 
 namespace qm {
 
@@ -115,7 +116,7 @@ std::vector<std::shared_ptr<const QMAreaUnit>> QMAreaUnit::builtinUnits() {
 }
 
 std::shared_ptr<const QMAreaUnit> QMAreaUnit::defaultForDistanceUnitType(std::int64_t type) {
-  return type == 0 ? squareMeterUnit() : squareFootUnit();
+  return unitSystemDefaults(type).area();
 }
 
 std::string QMAreaUnit::localizedSubjectName() {

@@ -1,6 +1,7 @@
 #include "qmcore/units/QMDistanceUnit.hpp"
 
 #include "qmcore/strings/CoreStrings.hpp"
+#include "qmcore/units/UnitSystems.hpp"
 
 namespace qm {
 
@@ -86,11 +87,10 @@ std::vector<std::shared_ptr<const QMDistanceUnit>> QMDistanceUnit::builtinUnits(
 std::shared_ptr<const QMDistanceUnit> QMDistanceUnit::defaultForUnitType(
     std::int64_t type, std::int64_t nauticalDistanceUnitTypePreference,
     const DistanceSwitchValues& switches) {
-  if (type == 1) return footUnit(switches);
-  if (type == 2) {
-    return nauticalDistanceUnitTypePreference == 0 ? meterUnit(switches) : footUnit(switches);
-  }
-  return meterUnit(switches);
+  const SmallDistanceUnit unit = unitSystemDefaults(type).smallUnit;
+  const bool feet = unit == SmallDistanceUnit::kFoot ||
+                    (unit == SmallDistanceUnit::kChosen && nauticalDistanceUnitTypePreference != 0);
+  return feet ? footUnit(switches) : meterUnit(switches);
 }
 
 std::string QMDistanceUnit::localizedSubjectName() { return CoreStrings::CLSTRING("distance"); }

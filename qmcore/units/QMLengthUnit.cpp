@@ -1,6 +1,7 @@
 #include "qmcore/units/QMLengthUnit.hpp"
 
 #include "qmcore/strings/CoreStrings.hpp"
+#include "qmcore/units/UnitSystems.hpp"
 
 namespace qm {
 
@@ -117,7 +118,7 @@ std::vector<std::shared_ptr<const QMLengthUnit>> QMLengthUnit::builtinUnits() {
 }
 
 std::shared_ptr<const QMLengthUnit> QMLengthUnit::defaultForDistanceUnitType(std::int64_t type) {
-  return type == 0 ? meterUnit() : footUnit();
+  return unitSystemDefaults(type).length();
 }
 
 std::string QMLengthUnit::localizedSubjectName() { return CoreStrings::CLSTRING("distance"); }

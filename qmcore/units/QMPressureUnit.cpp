@@ -2,6 +2,7 @@
 
 #include "qmcore/platform/TextCase.hpp"
 #include "qmcore/strings/CoreStrings.hpp"
+#include "qmcore/units/UnitSystems.hpp"
 
 namespace qm {
 
@@ -38,7 +39,7 @@ std::vector<std::shared_ptr<const QMPressureUnit>> QMPressureUnit::builtinUnits(
 
 std::shared_ptr<const QMPressureUnit> QMPressureUnit::defaultForDistanceUnitType(
     std::int64_t type) {
-  return type == 1 || type == 2 ? inHgUnit() : hpaUnit();
+  return unitSystemDefaults(type).pressure();
 }
 
 std::string QMPressureUnit::localizedSubjectName() {

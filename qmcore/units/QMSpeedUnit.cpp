@@ -4,6 +4,7 @@
 #include "qmcore/strings/CoreStrings.hpp"
 #include "qmcore/strings/StringFormat.hpp"
 #include "qmcore/units/QMUnitConversions.hpp"
+#include "qmcore/units/UnitSystems.hpp"
 
 namespace qm {
 
@@ -49,9 +50,7 @@ std::vector<std::shared_ptr<const QMSpeedUnit>> QMSpeedUnit::builtinUnits() {
 }
 
 std::shared_ptr<const QMSpeedUnit> QMSpeedUnit::defaultForDistanceUnitType(std::int64_t type) {
-  if (type == 0) return kmhUnit();
-  if (type == 2) return knotUnit();
-  return mphUnit();
+  return unitSystemDefaults(type).speed();
 }
 
 std::string QMSpeedUnit::localizedSubjectName() {

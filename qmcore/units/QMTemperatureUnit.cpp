@@ -5,6 +5,7 @@
 #include "qmcore/platform/InvariantFormat.hpp"
 #include "qmcore/platform/TextCase.hpp"
 #include "qmcore/strings/CoreStrings.hpp"
+#include "qmcore/units/UnitSystems.hpp"
 
 namespace qm {
 
@@ -38,7 +39,7 @@ std::vector<std::shared_ptr<const QMTemperatureUnit>> QMTemperatureUnit::builtin
 
 std::shared_ptr<const QMTemperatureUnit> QMTemperatureUnit::defaultForDistanceUnitType(
     std::int64_t type) {
-  return type == 1 ? farenheitUnit() : celsiusUnit();
+  return unitSystemDefaults(type).temperature();
 }
 
 std::string QMTemperatureUnit::localizedSubjectName() {

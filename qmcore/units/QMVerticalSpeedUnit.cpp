@@ -1,6 +1,7 @@
 #include "qmcore/units/QMVerticalSpeedUnit.hpp"
 
 #include "qmcore/strings/CoreStrings.hpp"
+#include "qmcore/units/UnitSystems.hpp"
 
 namespace qm {
 
@@ -63,7 +64,7 @@ std::vector<std::shared_ptr<const QMVerticalSpeedUnit>> QMVerticalSpeedUnit::bui
 
 std::shared_ptr<const QMVerticalSpeedUnit> QMVerticalSpeedUnit::defaultForDistanceUnitType(
     std::int64_t type) {
-  return type == 0 ? metersPerSecondUnit() : feetPerMinuteUnit();
+  return unitSystemDefaults(type).verticalSpeed();
 }
 
 std::string QMVerticalSpeedUnit::localizedSubjectName() {

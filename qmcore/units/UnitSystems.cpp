@@ -3,7 +3,13 @@
 #include <array>
 
 #include "qmcore/strings/CoreStrings.hpp"
+#include "qmcore/units/QMAreaUnit.hpp"
+#include "qmcore/units/QMLengthUnit.hpp"
+#include "qmcore/units/QMPressureUnit.hpp"
+#include "qmcore/units/QMSpeedUnit.hpp"
+#include "qmcore/units/QMTemperatureUnit.hpp"
 #include "qmcore/units/QMUnit.hpp"
+#include "qmcore/units/QMVerticalSpeedUnit.hpp"
 
 namespace qm {
 namespace {
@@ -79,7 +85,31 @@ constexpr std::array<UnitSystem, 4> kUnitSystems = {{
      .altitudeUnitsPerMeter = kYardsPerMeter},
 }};
 
+// Indexed by code; the last row is every other code's.
+const std::array<UnitSystemDefaults, 5> kDefaults = {{
+    {&QMSpeedUnit::kmhUnit, &QMVerticalSpeedUnit::metersPerSecondUnit, &QMPressureUnit::hpaUnit,
+     &QMTemperatureUnit::celsiusUnit, &QMLengthUnit::meterUnit, &QMAreaUnit::squareMeterUnit,
+     SmallDistanceUnit::kMeter},
+    {&QMSpeedUnit::mphUnit, &QMVerticalSpeedUnit::feetPerMinuteUnit, &QMPressureUnit::inHgUnit,
+     &QMTemperatureUnit::farenheitUnit, &QMLengthUnit::footUnit, &QMAreaUnit::squareFootUnit,
+     SmallDistanceUnit::kFoot},
+    {&QMSpeedUnit::knotUnit, &QMVerticalSpeedUnit::feetPerMinuteUnit, &QMPressureUnit::inHgUnit,
+     &QMTemperatureUnit::celsiusUnit, &QMLengthUnit::footUnit, &QMAreaUnit::squareFootUnit,
+     SmallDistanceUnit::kChosen},
+    {&QMSpeedUnit::mphUnit, &QMVerticalSpeedUnit::feetPerMinuteUnit, &QMPressureUnit::hpaUnit,
+     &QMTemperatureUnit::celsiusUnit, &QMLengthUnit::footUnit, &QMAreaUnit::squareFootUnit,
+     SmallDistanceUnit::kMeter},
+    {&QMSpeedUnit::mphUnit, &QMVerticalSpeedUnit::feetPerMinuteUnit, &QMPressureUnit::hpaUnit,
+     &QMTemperatureUnit::celsiusUnit, &QMLengthUnit::footUnit, &QMAreaUnit::squareFootUnit,
+     SmallDistanceUnit::kMeter},
+}};
+
 }  // namespace
+
+const UnitSystemDefaults& unitSystemDefaults(std::int64_t code) {
+  const bool known = code >= 0 && code < static_cast<std::int64_t>(kUnitSystems.size());
+  return kDefaults[known ? static_cast<size_t>(code) : kDefaults.size() - 1];
+}
 
 const UnitSystem* unitSystem(std::int64_t code) {
   if (code < 0 || code >= static_cast<std::int64_t>(kUnitSystems.size())) return nullptr;

@@ -17,11 +17,19 @@
 #define QMCORE_UNITS_UNITSYSTEMS_HPP_
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 
 namespace qm {
+
+class QMAreaUnit;
+class QMLengthUnit;
+class QMPressureUnit;
+class QMSpeedUnit;
+class QMTemperatureUnit;
+class QMVerticalSpeedUnit;
 
 inline constexpr double kMilesPerKilometer = 0.62137;
 inline constexpr double kNauticalMilesPerKilometer = 0.5399568;
@@ -66,6 +74,20 @@ struct UnitSystem {
 
 // The row of `code`, or null for a code outside 0...3.
 const UnitSystem* unitSystem(std::int64_t code);
+
+// The units a system starts with, for every code: codes outside 0...3 have defaults too. The
+// catalogs' `defaultForDistanceUnitType` factories answer from here.
+struct UnitSystemDefaults {
+  std::shared_ptr<const QMSpeedUnit> (*speed)();
+  std::shared_ptr<const QMVerticalSpeedUnit> (*verticalSpeed)();
+  std::shared_ptr<const QMPressureUnit> (*pressure)();
+  std::shared_ptr<const QMTemperatureUnit> (*temperature)();
+  std::shared_ptr<const QMLengthUnit> (*length)();
+  std::shared_ptr<const QMAreaUnit> (*area)();
+  // The small distance and altitude unit: metres, feet, or (kChosen) the nautical preference.
+  SmallDistanceUnit smallUnit;
+};
+const UnitSystemDefaults& unitSystemDefaults(std::int64_t code);
 
 inline constexpr std::int64_t kNauticalUnitSystem = 2;
 // Whether `code` is the nautical system.
