@@ -2,6 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <string>
+#include <thread>
+#include <vector>
+
 #include "qmcore/platform/Locale.hpp"
 
 namespace qm {
@@ -95,6 +100,53 @@ TEST_F(NumberFormatterTest, CurrencyOfALocalesRegion) {
   EXPECT_EQ(NumberFormatter::currencyCode("de"), "XXX");
   setCurrentLocaleIdentifier("en_GB");
   EXPECT_EQ(NumberFormatter::currencyCode(), "GBP");
+}
+
+TEST_F(NumberFormatterTest, CacheServesSeveralThreadsAtOnce) {
+  // Fixed locales, so that no thread depends on the process-wide current one.
+  const struct {
+    NumberFormatOptions options;
+    double value;
+    const char* text;
+    double parsed;
+  } cases[] = {
+      {{.maximumFractionDigits = 1, .usesGrouping = true, .locale = "de_DE"},
+       12345.67,
+       "12.345,7",
+       12345.7},
+      {{.maximumFractionDigits = 1, .usesGrouping = true, .locale = "en_US"},
+       12345.67,
+       "12,345.7",
+       12345.7},
+      {{.minimumFractionDigits = 2,
+        .maximumFractionDigits = 2,
+        .decimalSeparator = ".",
+        .locale = "fr_FR"},
+       1234.5,
+       "1234.50",
+       1234.5},
+      {{.usesGrouping = true, .locale = "hi_IN"}, 1234567, "12,34,567", 1234567},
+      {{.maximumFractionDigits = 2, .locale = "ar_EG"}, 1.5, "\u0661\u066b\u0665", 1.5},
+  };
+  constexpr int kThreads = 4;
+  std::atomic<int> failures = 0;
+  std::vector<std::thread> threads;
+  for (int t = 0; t < kThreads; ++t) {
+    threads.emplace_back([&, t] {
+      // A style of this thread's own, so that threads add to the cache while others read it.
+      const NumberFormatter padded(NumberFormatOptions{.minimumIntegerDigits = 2 + t});
+      const std::string paddedSeven = std::string(static_cast<std::size_t>(1 + t), '0') + "7";
+      for (int i = 0; i < 100; ++i) {
+        const auto& c = cases[(t + i) % std::size(cases)];
+        const NumberFormatter formatter(c.options);
+        if (formatter.format(c.value) != c.text) ++failures;
+        if (formatter.parse(c.text) != c.parsed) ++failures;
+        if (padded.format(std::int64_t{7}) != paddedSeven) ++failures;
+      }
+    });
+  }
+  for (std::thread& thread : threads) thread.join();
+  EXPECT_EQ(failures.load(), 0);
 }
 
 }  // namespace
