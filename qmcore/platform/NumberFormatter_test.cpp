@@ -79,8 +79,9 @@ TEST_F(NumberFormatterTest, ParsesIntegersByDroppingTheFraction) {
   const struct {
     const char* text;
     std::optional<std::int64_t> expected;
-  } cases[] = {{"1.234", 1234},     {"-12,9", -12},     {"12,9", 12},
-               {"x", std::nullopt}, {"", std::nullopt}, {"99999999999999999999", INT64_MAX}};
+  } cases[] = {{"1.234", 1234},      {"-12,9", -12},     {"12,9", 12},
+               {"x", std::nullopt},  {"", std::nullopt}, {"99999999999999999999", INT64_MAX},
+               {"NaN", std::nullopt}};
   for (const auto& c : cases) EXPECT_EQ(local.parseInteger(c.text), c.expected) << c.text;
 }
 
