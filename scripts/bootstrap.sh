@@ -5,6 +5,7 @@ set -euo pipefail
 
 packages=(
   g++ clang cmake ninja-build pkg-config clang-format
+  libclang-rt-14-dev llvm  # clang's sanitizer and libFuzzer runtimes; llvm-symbolizer for reports
   libicu-dev libsqlite3-dev libcurl4-openssl-dev libssl-dev libzip-dev
   libpng-dev libjpeg-dev nlohmann-json3-dev libcli11-dev
   libgtest-dev libgmock-dev libbenchmark-dev libcpp-httplib-dev
