@@ -5,12 +5,14 @@ set -euo pipefail
 
 packages=(
   g++ clang cmake ninja-build pkg-config clang-format
-  libclang-rt-14-dev llvm  # clang's sanitizer and libFuzzer runtimes; llvm-symbolizer for reports
   libicu-dev libsqlite3-dev libcurl4-openssl-dev libssl-dev libzip-dev
   libpng-dev libjpeg-dev nlohmann-json3-dev libcli11-dev
   libgtest-dev libgmock-dev libbenchmark-dev libcpp-httplib-dev
   locales
 )
+# clang's sanitizer and libFuzzer runtimes, which the clang package only recommends, and
+# llvm-symbolizer for readable sanitizer reports.
+packages+=(libclang-rt-14-dev llvm)
 
 as_root() {
   if [ "$(id -u)" -eq 0 ]; then "$@"; else sudo "$@"; fi
