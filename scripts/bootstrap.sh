@@ -10,6 +10,9 @@ packages=(
   libgtest-dev libgmock-dev libbenchmark-dev libcpp-httplib-dev
   locales
 )
+# clang's sanitizer and libFuzzer runtimes, which the clang package only recommends, and
+# llvm-symbolizer for readable sanitizer reports.
+packages+=(libclang-rt-14-dev llvm)
 
 as_root() {
   if [ "$(id -u)" -eq 0 ]; then "$@"; else sudo "$@"; fi

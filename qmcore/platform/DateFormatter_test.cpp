@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <cmath>
+#include <string>
 #include <thread>
 #include <vector>
 
@@ -145,6 +147,34 @@ TEST_F(DateFormatterTest, ConcurrentCallsOnOneFormatterGiveCorrectTexts) {
   }
   for (std::thread& thread : threads) thread.join();
   for (int t = 0; t < kThreads; ++t) EXPECT_EQ(failures[t], 0) << "thread " << t;
+}
+
+TEST_F(DateFormatterTest, CacheStartingAfreshLeavesCallsInFlightWorking) {
+  // More patterns than the cache keeps, made by several threads, while another thread keeps
+  // using one pattern: the cache drops every formatter when it is full, and those in use must
+  // keep working.
+  const DateFormatter steady("yyyy-MM-dd", "en_US_POSIX", "UTC");
+  std::atomic<bool> done = false;
+  std::atomic<int> failures = 0;
+  std::thread user([&] {
+    do {
+      if (steady.format(Date::fromUnixSeconds(86400)) != "1970-01-02") ++failures;
+    } while (!done);
+  });
+  std::vector<std::thread> makers;
+  for (int t = 0; t < 3; ++t) {
+    makers.emplace_back([&, t] {
+      for (int i = 0; i < 120; ++i) {
+        const std::string tag = std::to_string(t) + "-" + std::to_string(i);
+        const DateFormatter once("'" + tag + "' yyyy", "en_US_POSIX", "UTC");
+        if (once.format(Date::fromUnixSeconds(0)) != tag + " 1970") ++failures;
+      }
+    });
+  }
+  for (std::thread& maker : makers) maker.join();
+  done = true;
+  user.join();
+  EXPECT_EQ(failures.load(), 0);
 }
 
 }  // namespace

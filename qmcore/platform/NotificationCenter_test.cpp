@@ -2,8 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <optional>
 #include <string>
+#include <thread>
 #include <vector>
 
 namespace qm {
@@ -57,6 +59,31 @@ TEST(NotificationCenterTest, HandleMayOutliveTheCenter) {
   }
   handle.reset();  // must not touch the destroyed centre
   SUCCEED();
+}
+
+TEST(NotificationCenterTest, ObserversComeAndGoWhileOtherThreadsPost) {
+  NotificationCenter center;
+  constexpr int kThreads = 4;
+  constexpr int kPosts = 200;
+  std::atomic<int> delivered = 0;
+  auto counter = center.addObserver("A", [&](const Notification&) { ++delivered; });
+  // Outlives the threads: an observer removed while another thread posts may still be called.
+  std::vector<std::atomic<int>> seenByOwn(kThreads);
+  std::vector<std::thread> threads;
+  for (int t = 0; t < kThreads; ++t) {
+    threads.emplace_back([&, t] {
+      ObserverHandle own =
+          center.addObserver("A", [&seenByOwn, t](const Notification&) { ++seenByOwn[t]; });
+      for (int i = 0; i < kPosts; ++i) {
+        const ObserverHandle passing = center.addObserver("B", [](const Notification&) {});
+        center.post("A", i);
+      }
+      own.reset();
+    });
+  }
+  for (std::thread& thread : threads) thread.join();
+  EXPECT_EQ(delivered.load(), kThreads * kPosts);
+  for (int t = 0; t < kThreads; ++t) EXPECT_GE(seenByOwn[t].load(), kPosts) << "thread " << t;
 }
 
 }  // namespace

@@ -327,6 +327,9 @@ std::optional<std::int64_t> NumberFormatter::parseInteger(std::string_view text)
   const std::optional<icu::Formattable> number = parseWith(options_, text);
   if (!number) return std::nullopt;
   UErrorCode status = U_ZERO_ERROR;
+  // NaN has neither an integer part nor a nearest end of the range (ICU would convert it to
+  // an integer with undefined behaviour).
+  if (std::isnan(number->getDouble(status))) return std::nullopt;
   // Truncates fractions; out of range it reports an error and returns the nearest end.
   const std::int64_t value = number->getInt64(status);
   if (status != U_ZERO_ERROR && status != U_INVALID_FORMAT_ERROR) return std::nullopt;

@@ -62,7 +62,7 @@ class NumberFormatter {
   std::optional<double> parse(std::string_view text) const;
 
   // Parses like `parse` and drops any fraction (toward zero). Values beyond the 64-bit range
-  // give its nearest end. Absent when the text is not a number.
+  // give its nearest end. Absent when the text is not a number, or is the locale's NaN.
   std::optional<std::int64_t> parseInteger(std::string_view text) const;
 
   // Formats with an ICU formatter built for this call alone and then dropped: the cost that

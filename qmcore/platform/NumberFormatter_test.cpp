@@ -2,12 +2,15 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <cmath>
 #include <cstdint>
 #include <limits>
 #include <random>
+#include <string>
 #include <thread>
 #include <utility>
+#include <vector>
 
 #include "qmcore/platform/Locale.hpp"
 #include "qmcore/platform/internal/NumberFormatterTesting.hpp"
@@ -82,8 +85,9 @@ TEST_F(NumberFormatterTest, ParsesIntegersByDroppingTheFraction) {
   const struct {
     const char* text;
     std::optional<std::int64_t> expected;
-  } cases[] = {{"1.234", 1234},     {"-12,9", -12},     {"12,9", 12},
-               {"x", std::nullopt}, {"", std::nullopt}, {"99999999999999999999", INT64_MAX}};
+  } cases[] = {{"1.234", 1234},      {"-12,9", -12},     {"12,9", 12},
+               {"x", std::nullopt},  {"", std::nullopt}, {"99999999999999999999", INT64_MAX},
+               {"NaN", std::nullopt}};
   for (const auto& c : cases) EXPECT_EQ(local.parseInteger(c.text), c.expected) << c.text;
 }
 
@@ -213,6 +217,53 @@ TEST_F(NumberFormatterTest, CurrencyOfALocalesRegion) {
   EXPECT_EQ(NumberFormatter::currencyCode("de"), "XXX");
   setCurrentLocaleIdentifier("en_GB");
   EXPECT_EQ(NumberFormatter::currencyCode(), "GBP");
+}
+
+TEST_F(NumberFormatterTest, CacheServesSeveralThreadsAtOnce) {
+  // Fixed locales, so that no thread depends on the process-wide current one.
+  const struct {
+    NumberFormatOptions options;
+    double value;
+    const char* text;
+    double parsed;
+  } cases[] = {
+      {{.maximumFractionDigits = 1, .usesGrouping = true, .locale = "de_DE"},
+       12345.67,
+       "12.345,7",
+       12345.7},
+      {{.maximumFractionDigits = 1, .usesGrouping = true, .locale = "en_US"},
+       12345.67,
+       "12,345.7",
+       12345.7},
+      {{.minimumFractionDigits = 2,
+        .maximumFractionDigits = 2,
+        .decimalSeparator = ".",
+        .locale = "fr_FR"},
+       1234.5,
+       "1234.50",
+       1234.5},
+      {{.usesGrouping = true, .locale = "hi_IN"}, 1234567, "12,34,567", 1234567},
+      {{.maximumFractionDigits = 2, .locale = "ar_EG"}, 1.5, "\u0661\u066b\u0665", 1.5},
+  };
+  constexpr int kThreads = 4;
+  std::atomic<int> failures = 0;
+  std::vector<std::thread> threads;
+  for (int t = 0; t < kThreads; ++t) {
+    threads.emplace_back([&, t] {
+      // A style of this thread's own, so that threads add to the cache while others read it.
+      const NumberFormatter padded(NumberFormatOptions{.minimumIntegerDigits = 2 + t});
+      const std::string paddedSeven = std::string(static_cast<std::size_t>(1 + t), '0') + "7";
+      for (int i = 0; i < 100; ++i) {
+        const auto& c = cases[(t + i) % std::size(cases)];
+        const NumberFormatter formatter(c.options);
+        if (formatter.format(c.value) != c.text) ++failures;
+        if (formatter.parse(c.text) != c.parsed) ++failures;
+        if (padded.format(std::int64_t{7}) != paddedSeven) ++failures;
+      }
+    });
+  }
+  for (std::thread& thread : threads) thread.join();
+  EXPECT_EQ(failures.load(), 0);
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <cmath>
 #include <cstdlib>
 #include <filesystem>
@@ -481,6 +482,47 @@ TEST(SqliteSettingsStoreTest, ConcurrentThreadsSeeEveryWrite) {
   for (std::thread& thread : threads) thread.join();
   EXPECT_TRUE(store.synchronize());
   EXPECT_EQ(store.dictionaryRepresentation().size(), 200u);
+}
+
+TEST(SqliteSettingsStoreTest, ThreadsOpeningOneFileShareAStoreAndReadWholeValuesInOrder) {
+  TemporaryFolder folder;
+  const std::string path = folder.file("settings.sqlite");
+  // A reader must see one of the two values, never a mix, and never an older count after a
+  // newer one.
+  const SettingsValue even = Array{2, "two", Dictionary{{"n", 2.5}}};
+  const SettingsValue odd = Array{1, "one", Dictionary{{"n", 1.5}}};
+  constexpr int kReaders = 3;
+  std::vector<std::shared_ptr<SettingsStore>> opened(kReaders);
+  std::atomic<bool> done = false;
+  std::atomic<int> failures = 0;
+  std::vector<std::thread> readers;
+  for (int t = 0; t < kReaders; ++t) {
+    readers.emplace_back([&, t] {
+      opened[t] = SettingsStore::openFile(path);
+      const SettingsStore& store = *opened[t];
+      std::int64_t lastCount = -1;
+      do {
+        const std::optional<SettingsValue> value = store.objectForKey("units");
+        if (value && *value != even && *value != odd) ++failures;
+        const std::int64_t count = store.integerForKey("count");
+        if (count < lastCount) ++failures;
+        lastCount = count;
+        const Dictionary all = store.dictionaryRepresentation();
+        const auto units = all.find("units");
+        if (units != all.end() && units->second != even && units->second != odd) ++failures;
+      } while (!done);
+    });
+  }
+  const auto writer = SettingsStore::openFile(path);
+  for (int i = 0; i < 300; ++i) {
+    writer->setObject("units", i % 2 == 0 ? even : odd);
+    writer->setInteger("count", i);
+    if (i % 100 == 0) writer->synchronize();
+  }
+  done = true;
+  for (std::thread& reader : readers) reader.join();
+  EXPECT_EQ(failures.load(), 0);
+  for (const auto& store : opened) EXPECT_EQ(store, writer);
 }
 
 }  // namespace

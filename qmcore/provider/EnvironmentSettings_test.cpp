@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <memory>
+#include <thread>
 #include <vector>
 
 #include "qmcore/platform/Locale.hpp"
@@ -109,6 +111,32 @@ TEST(EnvironmentSettings, IsMetricFollowsTheLocaleMeasurementSystem) {
   }
   setCurrentLocaleIdentifier(saved);
   EXPECT_EQ(&EnvironmentSettings::shared(), &EnvironmentSettings::shared());
+}
+
+TEST(EnvironmentSettings, DelegateComingAndGoingWhileOtherThreadsAsk) {
+  EnvironmentSettings settings;
+  std::atomic<bool> done = false;
+  std::atomic<int> failures = 0;
+  std::vector<std::thread> askers;
+  for (int t = 0; t < 3; ++t) {
+    askers.emplace_back([&] {
+      do {
+        // The delegate's answer or the fallback, whichever is current; nothing else.
+        const std::int64_t threshold = settings.smallToBigFeetThresholdForDistance();
+        if (threshold != 2000 && threshold != 3000) ++failures;
+        if (settings.northType() > 1) ++failures;
+      } while (!done);
+    });
+  }
+  for (int i = 0; i < 300; ++i) {
+    const auto delegate = std::make_shared<FakeDelegate>();
+    settings.setDelegate(delegate);
+    if (i % 2 == 0) settings.setDelegate({});
+  }  // the last delegate is released with the settings still pointing at it
+  done = true;
+  for (std::thread& asker : askers) asker.join();
+  EXPECT_EQ(failures.load(), 0);
+  EXPECT_EQ(settings.delegate(), nullptr);
 }
 
 }  // namespace

@@ -2,8 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+#include <filesystem>
 #include <functional>
+#include <optional>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "qmcore/testing/UnitsProviderTestSupport.hpp"
@@ -286,6 +290,44 @@ TEST_F(UnitsProviderTest, DescriptionsInEnglishAndGerman) {
   EXPECT_EQ(german.rulesDescriptionForUnit(*QMLengthUnit::footUnit()), "Immer in Fuß");
   // The translation puts the numbered arguments in another order.
   EXPECT_EQ(german.rulesDescriptionForUnit(*QMDistanceUnit::footUnit()), "Ab 2000 ft in Meilen");
+}
+
+TEST(UnitsProviderSharedInstance, IsMadeOnceFromSeveralThreadsOverTheStandardStore) {
+  // The shared instance and the standard store are made once per process, and no other test
+  // of this program uses them: their first use here gets a store file of this test's own.
+  const std::filesystem::path folder =
+      std::filesystem::path(::testing::TempDir()) / "provider-shared-instance";
+  std::filesystem::remove_all(folder);
+  const std::string path = (folder / "settings.sqlite").string();
+  const char* saved = std::getenv("QM_SETTINGS_PATH");
+  const std::optional<std::string> savedPath =
+      saved != nullptr ? std::optional<std::string>(saved) : std::nullopt;
+  setenv("QM_SETTINGS_PATH", path.c_str(), 1);
+
+  constexpr int kThreads = 4;
+  std::vector<const UnitsProvider*> seen(kThreads);
+  std::vector<std::string> distanceUnits(kThreads);
+  std::vector<std::thread> threads;
+  for (int t = 0; t < kThreads; ++t) {
+    threads.emplace_back([&, t] {
+      const UnitsProvider& provider = UnitsProvider::sharedInstance();
+      seen[t] = &provider;
+      distanceUnits[t] = std::string(provider.distanceUnit()->uuid());
+    });
+  }
+  for (std::thread& thread : threads) thread.join();
+  if (savedPath) {
+    setenv("QM_SETTINGS_PATH", savedPath->c_str(), 1);
+  } else {
+    unsetenv("QM_SETTINGS_PATH");
+  }
+
+  for (int t = 1; t < kThreads; ++t) {
+    EXPECT_EQ(seen[t], seen[0]) << "thread " << t;
+    EXPECT_EQ(distanceUnits[t], distanceUnits[0]) << "thread " << t;
+  }
+  EXPECT_EQ(SettingsStore::standard(), SettingsStore::openFile(path));
+  std::filesystem::remove_all(folder);
 }
 
 }  // namespace

@@ -1,0 +1,27 @@
+#!/usr/bin/env bash
+# Fails, listing them, when clang-format would change any tracked .cpp or .hpp file.
+# Fix with: clang-format -i FILE... (the style is .clang-format at the root).
+set -euo pipefail
+cd "$(dirname "$0")/.."
+scripts/bootstrap.sh
+
+# Other versions break lines differently; the style is kept with the one Debian 12 ships.
+version="$(clang-format --version)"
+if [[ "$version" != *"version 14."* ]]; then
+  echo "check-format: needs clang-format 14, found: $version" >&2
+  exit 2
+fi
+
+unformatted=()
+while IFS= read -r -d '' file; do
+  if ! clang-format --style=file "$file" | cmp -s - "$file"; then
+    unformatted+=("$file")
+  fi
+done < <(git ls-files -z -- '*.cpp' '*.hpp')
+
+if [ ${#unformatted[@]} -gt 0 ]; then
+  echo "check-format: clang-format would change these files:" >&2
+  printf '  %s\n' "${unformatted[@]}" >&2
+  exit 1
+fi
+echo "check-format: every tracked .cpp and .hpp file is formatted"
