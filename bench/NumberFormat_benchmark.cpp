@@ -13,6 +13,7 @@
 #include "qmcore/formatting/QMFormatter.hpp"
 #include "qmcore/platform/Locale.hpp"
 #include "qmcore/platform/NumberFormatter.hpp"
+#include "qmcore/platform/internal/NumberFormatterTesting.hpp"
 
 namespace {
 
@@ -31,7 +32,8 @@ BENCHMARK(BM_StringFromDoubleCached)->Threads(2)->UseRealTime();
 void BM_NewIcuFormatterPerCall(benchmark::State& state) {
   const qm::NumberFormatter formatter = qm::NumberFormatter::withDecimals(2);
   double value = 1234.5;
-  for (auto _ : state) benchmark::DoNotOptimize(formatter.formatWithoutCache(nextValue(value)));
+  for (auto _ : state)
+    benchmark::DoNotOptimize(qm::internal::formatWithoutCache(formatter, nextValue(value)));
   state.SetItemsProcessed(state.iterations());
 }
 BENCHMARK(BM_NewIcuFormatterPerCall);

@@ -336,11 +336,6 @@ std::optional<std::int64_t> NumberFormatter::parseInteger(std::string_view text)
   return value;
 }
 
-std::string NumberFormatter::formatWithoutCache(double value) const {
-  const std::string locale = options_.locale.empty() ? currentLocaleIdentifier() : options_.locale;
-  return formatWithIcu(makeFormatter(options_, icu::Locale(locale.c_str())), value);
-}
-
 std::string NumberFormatter::currencySymbol(std::string_view locale) {
   return currencySymbolOf(locale, icu::DecimalFormatSymbols::kCurrencySymbol);
 }
@@ -367,6 +362,12 @@ std::string formatWithIcu(const NumberFormatter& formatter, double value) {
 
 std::string formatWithIcu(const NumberFormatter& formatter, std::int64_t value) {
   return qm::formatWithIcu(formatterFor(formatter.options()).icu(), value);
+}
+
+std::string formatWithoutCache(const NumberFormatter& formatter, double value) {
+  const NumberFormatOptions& options = formatter.options();
+  const std::string locale = options.locale.empty() ? currentLocaleIdentifier() : options.locale;
+  return qm::formatWithIcu(makeFormatter(options, icu::Locale(locale.c_str())), value);
 }
 
 }  // namespace internal

@@ -65,10 +65,6 @@ class NumberFormatter {
   // give its nearest end. Absent when the text is not a number, or is the locale's NaN.
   std::optional<std::int64_t> parseInteger(std::string_view text) const;
 
-  // Formats with an ICU formatter built for this call alone and then dropped: the cost that
-  // the cache saves. For benchmarks; the text is the same as `format`'s.
-  std::string formatWithoutCache(double value) const;
-
   // The currency symbol ("€", "$") and ISO 4217 code ("EUR", "USD") of a locale (of its
   // region); `locale` empty means the current locale. A locale without a region gives ICU's
   // placeholders "¤" and "XXX".
