@@ -10,16 +10,33 @@
 #include <cstdio>
 #include <cstdlib>
 #include <string>
+#include <vector>
 
 #include "qmcore/units/UnitKinds.hpp"
+
+namespace {
+
+// Every kind's built-in units, made once: making units is not what is fuzzed.
+const std::vector<qm::UnitList>& builtinUnitsByKind() {
+  static const std::vector<qm::UnitList> units = [] {
+    std::vector<qm::UnitList> lists;
+    for (const qm::UnitKind& kind : qm::unitKinds()) lists.push_back(kind.builtinUnits({}));
+    return lists;
+  }();
+  return units;
+}
+
+}  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   FuzzedDataProvider provider(data, size);
   const double value = provider.ConsumeFloatingPointInRange<double>(-1e6, 1e6);
   const std::string from = provider.ConsumeRandomLengthString(24);
   const std::string to = provider.ConsumeRemainingBytesAsString();
-  for (const qm::UnitKind& kind : qm::unitKinds()) {
-    const qm::UnitList units = kind.builtinUnits({});
+  const auto kinds = qm::unitKinds();
+  for (std::size_t k = 0; k < kinds.size(); ++k) {
+    const qm::UnitKind& kind = kinds[k];
+    const qm::UnitList& units = builtinUnitsByKind()[k];
     const qm::UnitList sources = qm::unitsNamed(units, from);
     const qm::UnitList targets = qm::unitsNamed(units, to);
     for (const auto& unit : sources) {
