@@ -1,0 +1,32 @@
+#!/usr/bin/env bash
+# qmcore --json: one JSON object per result and line, with the fields the text shows.
+source "$(dirname "$0")/lib.sh" "$@"
+
+# One case a line: the arguments after --json (none holding a space) | fields one object has.
+# In order: the settings changes persist into the later rows.
+while IFS='|' read -r args expected; do
+  read -ra argv <<<"$args"
+  expect_json "$expected" -- --json "${argv[@]}"
+done <<'EOF_CASES'
+units length | {"kind": "length", "identifier": ".length-foot", "name": "Foot", "abbreviation": "ft", "factor": 0.30479999, "description": "1 ft = 0.304800 m"}
+units length | {"identifier": ".length-shaku", "name": "Shaku (尺)", "abbreviation": "尺", "factor": 0.303}
+units | {"kind": "vspeed", "identifier": ".vspeed-m/s", "factor": 1}
+--locale de_DE units speed | {"identifier": ".speed-knot", "name": "KNOTEN", "abbreviation": "kn"}
+convert 1 .length-foot .length-meter | {"value": 1, "from": ".length-foot", "to": ".length-meter", "result": 0.30479999}
+convert 36.6 °C °F | {"value": 36.6, "from": ".temperature-c", "to": ".temperature-f", "result": 98}
+convert 98 °F °C | {"result": 36.666666666666664}
+convert 1 km² m² | {"from": ".area-squarekilometer", "result": 1000000}
+EOF_CASES
+
+# A result per line and nothing else: no "# kind" headings between the units.
+run_tool --json units
+checks=$((checks + 1))
+[ "$(wc -l <"$work/out")" = 37 ] || report --json units
+
+# The flag may follow the command; errors stay one line on stderr, with nothing on stdout.
+expect_json '{"result": 1.609344}' -- convert 1 mi km --json
+expect_fail 2 "value is not a number: 'x'" -- --json convert x m km
+checks=$((checks + 1))
+[ -s "$work/out" ] && report --json convert x m km && echo "--- expected no stdout"
+
+finish
