@@ -16,12 +16,18 @@ convert 1 .length-foot .length-meter | {"value": 1, "from": ".length-foot", "to"
 convert 36.6 °C °F | {"value": 36.6, "from": ".temperature-c", "to": ".temperature-f", "result": 98}
 convert 98 °F °C | {"result": 36.666666666666664}
 convert 1 km² m² | {"from": ".area-squarekilometer", "result": 1000000}
+settings | {"system": "Imperial", "distance": {"identifier": ".distance-foot", "name": "Feet", "abbreviation": "ft"}, "verticalSpeed": {"identifier": ".vspeed-ft/min", "name": "feet/minute", "abbreviation": "ft/min"}}
+settings system metric | {"system": "Metric", "speed": {"identifier": ".speed-kmh", "name": "KM/H", "abbreviation": "km/h"}, "description": "Metric. Distance: Meters. Altitude: Meters. Speed: KM/H"}
+settings rules .length-foot | {"identifier": ".length-foot", "text": "Always keep as Foot"}
 EOF_CASES
 
 # A result per line and nothing else: no "# kind" headings between the units.
 run_tool --json units
 checks=$((checks + 1))
 [ "$(wc -l <"$work/out")" = 37 ] || report --json units
+run_tool --json settings
+checks=$((checks + 1))
+[ "$(wc -l <"$work/out")" = 1 ] || report --json settings
 
 # The flag may follow the command; errors stay one line on stderr, with nothing on stdout.
 expect_json '{"result": 1.609344}' -- convert 1 mi km --json
