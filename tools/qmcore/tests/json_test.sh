@@ -19,6 +19,14 @@ convert 1 km² m² | {"from": ".area-squarekilometer", "result": 1000000}
 settings | {"system": "Imperial", "distance": {"identifier": ".distance-foot", "name": "Feet", "abbreviation": "ft"}, "verticalSpeed": {"identifier": ".vspeed-ft/min", "name": "feet/minute", "abbreviation": "ft/min"}}
 settings system metric | {"system": "Metric", "speed": {"identifier": ".speed-kmh", "name": "KM/H", "abbreviation": "km/h"}, "description": "Metric. Distance: Meters. Altitude: Meters. Speed: KM/H"}
 settings rules .length-foot | {"identifier": ".length-foot", "text": "Always keep as Foot"}
+format distance 1000 | {"text": "1.00km", "value": "1.00", "unit": "km", "spoken": "1.00 kilometers to go"}
+format average-speed 10 | {"text": "36.0 km/h", "twoDecimals": "36.00", "fourDecimals": "36.0000"}
+format pace 2.5 | {"text": "06:40 min/km", "seconds": 400}
+format vspeed 2.54 | {"text": "2.5 m/s", "scale": "/10"}
+heading 300 --orientation landscape-left | {"orientationCorrectedHeading": 30, "textForCompassHeading": "NE30", "shortCompassBearingText": "NE", "compassTitle": "COMPASS (T)"}
+heading 47.5 --orientation unknown | {"orientationCorrectedHeading": 47.5}
+bearing 225.5 | {"azimuth": 225.5, "text": "S45°30'W"}
+--locale de_DE bearing 100.25 | {"azimuth": 100.25, "text": "S79°45'O"}
 EOF_CASES
 
 # A result per line and nothing else: no "# kind" headings between the units.
