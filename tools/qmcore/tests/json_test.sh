@@ -27,6 +27,13 @@ heading 300 --orientation landscape-left | {"orientationCorrectedHeading": 30, "
 heading 47.5 --orientation unknown | {"orientationCorrectedHeading": 47.5}
 bearing 225.5 | {"azimuth": 225.5, "text": "S45°30'W"}
 --locale de_DE bearing 100.25 | {"azimuth": 100.25, "text": "S79°45'O"}
+date parse 2000-01-01T00:00:00+01:00 | {"text": "2000-01-01T00:00:00+01:00", "seconds": 946681200}
+date format xml --at 1588327200.123 | {"name": "xml", "at": 1588327200.123, "text": "2020-05-01T10:00:00.123Z"}
+--locale de_DE date format short --at 1588327200 | {"name": "short", "at": 1588327200, "text": "01-Mai-20 10:00:00"}
+time 3661.9 | {"hmsTextForTicks": "01:01:01", "hmTextForTicks": "01:01", "timeTitleTextForTicks": "01h01m01s", "textPerTicks": "01:01:01", "textForTicksSkipHours": "61:01", "timeAnnouncementTextForTicks2": "1 hour, 1 minute, 1 second"}
+--locale de_DE time 3723 | {"timeAnnouncementTextForTicks2": "1 Stunde, 2 Minuten und 3 Sekunden"}
+filesize 1536 | {"bytes": 1536, "text": "2 KB"}
+filesize 1073741824 | {"bytes": 1073741824, "text": "1.00 GB"}
 EOF_CASES
 
 # A result per line and nothing else: no "# kind" headings between the units.
@@ -36,11 +43,20 @@ checks=$((checks + 1))
 run_tool --json settings
 checks=$((checks + 1))
 [ "$(wc -l <"$work/out")" = 1 ] || report --json settings
+# One object per timestamp, in the order given.
+run_tool --json date parse 1970-01-01 2000-01-01T00:00:00.5Z 1969-12-31T23:59:59Z
+checks=$((checks + 1))
+[ "$(cat "$work/out")" = '{"text":"1970-01-01","seconds":0}
+{"text":"2000-01-01T00:00:00.5Z","seconds":946684800.5}
+{"text":"1969-12-31T23:59:59Z","seconds":-1}' ] || report --json date parse
 
 # The flag may follow the command; errors stay one line on stderr, with nothing on stdout.
 expect_json '{"result": 1.609344}' -- convert 1 mi km --json
 expect_fail 2 "value is not a number: 'x'" -- --json convert x m km
 checks=$((checks + 1))
 [ -s "$work/out" ] && report --json convert x m km && echo "--- expected no stdout"
+expect_fail 2 "'2000-01-01x'" -- --json date parse 1970-01-01 2000-01-01x
+checks=$((checks + 1))
+[ -s "$work/out" ] && report --json date parse 1970-01-01 2000-01-01x && echo "--- expected no stdout"
 
 finish
