@@ -15,6 +15,8 @@ namespace qm::tool {
 struct ToolContext {
   // --settings PATH: the settings store file to use instead of the standard one.
   std::optional<std::string> settingsPath;
+  // --json: print each result as one JSON object on a line of its own instead of the text.
+  bool json = false;
 };
 
 // Thrown by a subcommand for bad input; the tool prints the message as one line on stderr and

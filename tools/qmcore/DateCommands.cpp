@@ -2,13 +2,13 @@
 
 #include <charconv>
 #include <cmath>
-#include <cstdio>
 #include <functional>
 #include <string>
 #include <vector>
 
 #include "qmcore/formatting/QMDateFormatter.hpp"
 #include "tools/qmcore/Commands.hpp"
+#include "tools/qmcore/Output.hpp"
 
 namespace qm::tool {
 namespace {
@@ -78,21 +78,23 @@ std::string shortestText(double value) {
   return std::string(buffer, result.ptr);
 }
 
-void parseTimestamps(const std::vector<std::string>& texts) {
+void parseTimestamps(const std::vector<std::string>& texts, const ToolContext& context) {
   // Every text is checked before anything is printed, so that the lines of a successful run
   // match the arguments one to one and a failed run prints no partial output.
-  std::vector<double> seconds;
+  std::vector<Record> records;
   for (const std::string& text : texts) {
     const double value = QMParseISO8601Date(std::string_view(text));
     if (std::isnan(value)) throw UsageError("not an ISO 8601 timestamp: '" + text + "'");
-    seconds.push_back(value);
+    records.push_back(Record(Record::Layout::kOneLine)
+                          .jsonField("text", text)
+                          .field("seconds", value, shortestText(value)));
   }
-  for (const double value : seconds) std::printf("%s\n", shortestText(value).c_str());
+  for (const Record& record : records) record.print(context);
 }
 
 }  // namespace
 
-void addDateCommands(CLI::App& app, ToolContext& /*context*/) {
+void addDateCommands(CLI::App& app, ToolContext& context) {
   CLI::App* date = app.add_subcommand("date", "ISO 8601 timestamps and the fixed date texts");
   date->require_subcommand(1);
 
@@ -103,7 +105,7 @@ void addDateCommands(CLI::App& app, ToolContext& /*context*/) {
       "is 2.");
   auto texts = std::make_shared<std::vector<std::string>>();
   parse->add_option("TEXT", *texts, "Timestamps")->required();
-  parse->callback([texts] { parseTimestamps(*texts); });
+  parse->callback([texts, &context] { parseTimestamps(*texts, context); });
 
   CLI::App* format = date->add_subcommand(
       "format",
@@ -115,13 +117,17 @@ void addDateCommands(CLI::App& app, ToolContext& /*context*/) {
   format->add_option("NAME", *name, "Format name (listed below)")->required();
   CLI::Option* atOption =
       format->add_option("--at", *at, "The date as Unix seconds (default: now)");
-  format->callback([name, at, atOption] {
+  format->callback([name, at, atOption, &context] {
     const NamedFormat& f = findFormat(*name);
     const Date when =
         atOption->count() == 0 ? Date::now() : Date::fromUnixSeconds(parseNumber(*at, "--at"));
     const std::string text = f.format(when);
     if (text.empty()) throw UsageError("no " + *name + " text for the date " + *at);
-    std::printf("%s\n", text.c_str());
+    Record(Record::Layout::kOneLine)
+        .jsonField("name", *name)
+        .jsonField("at", when.timeIntervalSince1970())
+        .field("text", text)
+        .print(context);
   });
 }
 

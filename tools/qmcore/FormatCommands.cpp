@@ -2,7 +2,6 @@
 // settings; the heading and bearing commands come from HeadingCommands.cpp.
 
 #include <cmath>
-#include <cstdio>
 #include <memory>
 #include <string>
 
@@ -10,109 +9,109 @@
 #include "qmcore/platform/InvariantFormat.hpp"
 #include "qmcore/provider/UnitsProvider.hpp"
 #include "tools/qmcore/Commands.hpp"
+#include "tools/qmcore/Output.hpp"
 #include "tools/qmcore/ProviderSupport.hpp"
 
 namespace qm::tool {
 namespace {
 
-using Printer = void (*)(const UnitsProvider& provider, double value);
-
-void print(const char* label, const std::string& text) {
-  std::printf("%s: %s\n", label, text.c_str());
-}
+// Adds the texts of `value` to the record, one field each.
+using Texts = void (*)(const UnitsProvider& provider, double value, Record& record);
 
 // "text unit", or the text alone when there is no unit.
 std::string withUnit(const std::string& text, const std::string& unit) {
   return unit.empty() ? text : text + " " + unit;
 }
 
-void printDistance(const UnitsProvider& p, double meters) {
-  print("text", p.textForDistance(meters));
+void distanceTexts(const UnitsProvider& p, double meters, Record& r) {
+  r.field("text", p.textForDistance(meters));
   const QMUIValueWithUnit texts = p.uiTextsForDistance(meters);
-  print("value", texts.uiValue);
-  print("unit", texts.unitText);
+  r.field("value", texts.uiValue);
+  r.field("unit", texts.unitText);
   const QMDistanceUnitType unit = p.defaultUnitTypeForDistance(meters);
-  print("spoken", withUnit(p.textWithNoUnitsForDistanceInMeters(meters, unit),
-                           QMUnitsFormatter::longTextForDistanceLeftWithUnit(unit)));
+  r.field("spoken", withUnit(p.textWithNoUnitsForDistanceInMeters(meters, unit),
+                             QMUnitsFormatter::longTextForDistanceLeftWithUnit(unit)));
 }
 
-void printMapDistance(const UnitsProvider& p, double meters) {
-  print("text", p.textForMapDistance(meters));
+void mapDistanceTexts(const UnitsProvider& p, double meters, Record& r) {
+  r.field("text", p.textForMapDistance(meters));
 }
 
-void printAltitude(const UnitsProvider& p, double meters) {
+void altitudeTexts(const UnitsProvider& p, double meters, Record& r) {
   const std::string number = p.textForAltitudeWithNoUnits(meters);
-  print("text", number.empty() ? "" : number + p.textForCurrentAltitudeUnit());
-  print("spoken", number.empty() ? "" : withUnit(number, p.speechTextForCurrentAltitudeUnit()));
+  r.field("text", number.empty() ? "" : number + p.textForCurrentAltitudeUnit());
+  r.field("spoken", number.empty() ? "" : withUnit(number, p.speechTextForCurrentAltitudeUnit()));
 }
 
-void printSpeed(const UnitsProvider& p, double metersPerSecond) {
-  print("text", withUnit(p.autoDecimalTextForMSSpeedWithNoUnits(metersPerSecond),
-                         p.textForCurrentSpeedUnit()));
-  print("spoken", p.autoDecimalTextForMSSpeed(metersPerSecond));
+void speedTexts(const UnitsProvider& p, double metersPerSecond, Record& r) {
+  r.field("text", withUnit(p.autoDecimalTextForMSSpeedWithNoUnits(metersPerSecond),
+                           p.textForCurrentSpeedUnit()));
+  r.field("spoken", p.autoDecimalTextForMSSpeed(metersPerSecond));
 }
 
-void printAverageSpeed(const UnitsProvider& p, double metersPerSecond) {
+void averageSpeedTexts(const UnitsProvider& p, double metersPerSecond, Record& r) {
   const std::string number = p.decimalTextForAverageSpeedWithNoUnits(metersPerSecond);
-  print("text", withUnit(number, p.textForCurrentSpeedUnit()));
-  print("2 decimals", p.decimalTextFor2DecimalDigitsAverageSpeedWithNoUnits(metersPerSecond));
-  print("4 decimals", p.decimalTextFor4DecimalDigitsAverageSpeedWithNoUnits(metersPerSecond));
-  print("spoken", withUnit(number, p.speechTextForCurrentSpeedUnit()));
+  r.field("text", withUnit(number, p.textForCurrentSpeedUnit()));
+  r.field({"2 decimals", "twoDecimals"},
+          p.decimalTextFor2DecimalDigitsAverageSpeedWithNoUnits(metersPerSecond));
+  r.field({"4 decimals", "fourDecimals"},
+          p.decimalTextFor4DecimalDigitsAverageSpeedWithNoUnits(metersPerSecond));
+  r.field("spoken", withUnit(number, p.speechTextForCurrentSpeedUnit()));
 }
 
-void printPace(const UnitsProvider& p, double metersPerSecond) {
+void paceTexts(const UnitsProvider& p, double metersPerSecond, Record& r) {
   const std::int64_t system = p.generalUnitType();
-  print("text", withUnit(QMUnitsFormatter::textForPaceForSpeed(metersPerSecond, system),
-                         QMUnitsFormatter::textForPaceUnitWithUnitType(system)));
-  print("seconds",
-        invariantFormat("%.1f", QMUnitsFormatter::paceForSpeed(metersPerSecond, system)));
+  r.field("text", withUnit(QMUnitsFormatter::textForPaceForSpeed(metersPerSecond, system),
+                           QMUnitsFormatter::textForPaceUnitWithUnitType(system)));
+  const double seconds = QMUnitsFormatter::paceForSpeed(metersPerSecond, system);
+  r.field("seconds", seconds, invariantFormat("%.1f", seconds));
 }
 
-void printLength(const UnitsProvider& p, double meters) {
-  print("text", p.stringForLengthInMeters(meters));
+void lengthTexts(const UnitsProvider& p, double meters, Record& r) {
+  r.field("text", p.stringForLengthInMeters(meters));
 }
 
-void printArea(const UnitsProvider& p, double squareMeters) {
-  print("text", p.stringForAreaInSquareMeters(squareMeters));
+void areaTexts(const UnitsProvider& p, double squareMeters, Record& r) {
+  r.field("text", p.stringForAreaInSquareMeters(squareMeters));
 }
 
-void printPressure(const UnitsProvider& p, double hPa) {
-  print("text", p.stringForPressurehPa(hPa));
+void pressureTexts(const UnitsProvider& p, double hPa, Record& r) {
+  r.field("text", p.stringForPressurehPa(hPa));
 }
 
-void printVerticalSpeed(const UnitsProvider& p, double metersPerSecond) {
-  print("text", withUnit(p.textForVerticalSpeedInMetersPerSecondWithNoUnits(metersPerSecond),
-                         p.textForCurrentVerticalSpeedUnit()));
-  print("scale", p.textForCurrentVerticalSpeedUnitScale());
+void verticalSpeedTexts(const UnitsProvider& p, double metersPerSecond, Record& r) {
+  r.field("text", withUnit(p.textForVerticalSpeedInMetersPerSecondWithNoUnits(metersPerSecond),
+                           p.textForCurrentVerticalSpeedUnit()));
+  r.field("scale", p.textForCurrentVerticalSpeedUnitScale());
 }
 
-void printRuler(const UnitsProvider& p, double metersPerPoint) {
+void rulerTexts(const UnitsProvider& p, double metersPerPoint, Record& r) {
   const auto value = static_cast<float>(metersPerPoint);
   if (!std::isfinite(value)) throw UsageError("VALUE is too large for a ruler");
-  print("text", p.rulerValueForMetersPerPixel(value));
+  r.field("text", p.rulerValueForMetersPerPixel(value));
 }
 
 const struct {
   const char* name;
-  Printer printer;
+  Texts texts;
 } kKinds[] = {
-    {"distance", printDistance},
-    {"map-distance", printMapDistance},
-    {"altitude", printAltitude},
-    {"speed", printSpeed},
-    {"average-speed", printAverageSpeed},
-    {"pace", printPace},
-    {"length", printLength},
-    {"area", printArea},
-    {"pressure", printPressure},
-    {"vspeed", printVerticalSpeed},
-    {"ruler", printRuler},
+    {"distance", distanceTexts},
+    {"map-distance", mapDistanceTexts},
+    {"altitude", altitudeTexts},
+    {"speed", speedTexts},
+    {"average-speed", averageSpeedTexts},
+    {"pace", paceTexts},
+    {"length", lengthTexts},
+    {"area", areaTexts},
+    {"pressure", pressureTexts},
+    {"vspeed", verticalSpeedTexts},
+    {"ruler", rulerTexts},
 };
 
-Printer printerForKind(const std::string& kind) {
+Texts textsForKind(const std::string& kind) {
   std::string names;
   for (const auto& k : kKinds) {
-    if (kind == k.name) return k.printer;
+    if (kind == k.name) return k.texts;
     names += names.empty() ? "" : ", ";
     names += k.name;
   }
@@ -135,12 +134,14 @@ void addValueCommands(CLI::App& app, ToolContext& context) {
   format->add_option("KIND", options->kind, "What VALUE measures")->required();
   format->add_option("VALUE", options->value, "The measured value in SI units")->required();
   format->callback([options, &context] {
-    const Printer printer = printerForKind(options->kind);
+    const Texts texts = textsForKind(options->kind);
     const double value = parseNumber(options->value, "VALUE");
     if (!std::isfinite(value)) {
       throw UsageError("VALUE is not a finite number: '" + options->value + "'");
     }
-    printer(toolProvider(context), value);
+    Record record(Record::Layout::kLabelledLines);
+    texts(toolProvider(context), value, record);
+    record.print(context);
   });
 }
 

@@ -4,7 +4,6 @@
 #include <charconv>
 #include <cmath>
 #include <cstdint>
-#include <cstdio>
 #include <memory>
 #include <string>
 
@@ -14,6 +13,7 @@
 #include "qmcore/provider/EnvironmentSettings.hpp"
 #include "qmcore/provider/UnitsProvider.hpp"
 #include "tools/qmcore/Commands.hpp"
+#include "tools/qmcore/Output.hpp"
 #include "tools/qmcore/ProviderSupport.hpp"
 
 namespace qm::tool {
@@ -82,12 +82,14 @@ void printHeadingTexts(const HeadingOptions& options, const ToolContext& context
   const Heading heading{.trueHeading = degrees, .magneticHeading = degrees};
   const int angleUnit = options.mils ? 1 : 0;
   const double corrected = UnitsProvider::orientationCorrectedHeading(heading, trueOrMagnetic);
-  std::printf("orientationCorrectedHeading: %s\n", numberText(corrected).c_str());
-  std::printf("textForCompassHeading: %s\n",
-              UnitsProvider::textForCompassHeading(heading, trueOrMagnetic, "", angleUnit).c_str());
-  std::printf("shortCompassBearingText: %s\n",
-              UnitsProvider::shortCompassBearingText(corrected).value_or("").c_str());
-  std::printf("compassTitle: %s\n", toolProvider(context).compassTitle().c_str());
+  Record(Record::Layout::kLabelledLines)
+      .field("orientationCorrectedHeading", corrected, numberText(corrected))
+      .field("textForCompassHeading",
+             UnitsProvider::textForCompassHeading(heading, trueOrMagnetic, "", angleUnit))
+      .field("shortCompassBearingText",
+             UnitsProvider::shortCompassBearingText(corrected).value_or(""))
+      .field("compassTitle", toolProvider(context).compassTitle())
+      .print(context);
 }
 
 }  // namespace
@@ -112,8 +114,12 @@ void addHeadingCommands(CLI::App& app, ToolContext& context) {
       "bearing", "The quadrant bearing of AZIMUTH degrees, e.g. 225.5 gives S45°30'W");
   auto azimuth = std::make_shared<std::string>();
   bearing->add_option("AZIMUTH", *azimuth, "Degrees clockwise from north")->required();
-  bearing->callback([azimuth] {
-    std::printf("%s\n", BearingFormatter::textForAzimuth(parseAngle(*azimuth, "AZIMUTH")).c_str());
+  bearing->callback([azimuth, &context] {
+    const double degrees = parseAngle(*azimuth, "AZIMUTH");
+    Record(Record::Layout::kOneLine)
+        .jsonField("azimuth", degrees)
+        .field("text", BearingFormatter::textForAzimuth(degrees))
+        .print(context);
   });
 }
 

@@ -1,29 +1,33 @@
 // qmcore settings: the persisted unit settings, shown and changed.
 
 #include <cmath>
-#include <cstdio>
 #include <functional>
 #include <memory>
 #include <string>
 
 #include "qmcore/provider/UnitsProvider.hpp"
 #include "tools/qmcore/Commands.hpp"
+#include "tools/qmcore/Output.hpp"
 #include "tools/qmcore/ProviderSupport.hpp"
 
 namespace qm::tool {
 namespace {
 
-std::string unitLine(const QMUnit& unit) {
-  return std::string(unit.uuid()) + " (" + unit.localizedName() + ", " +
-         unit.localizedAbbreviation() + ")";
+// A unit as a field: "identifier (name, abbreviation)" in the text, an object in JSON.
+void addUnit(Record& record, const char* label, const QMUnit& unit) {
+  const std::string id(unit.uuid());
+  const std::string name = unit.localizedName();
+  const std::string abbreviation = unit.localizedAbbreviation();
+  record.field(label, Json{{"identifier", id}, {"name", name}, {"abbreviation", abbreviation}},
+               id + " (" + name + ", " + abbreviation + ")");
 }
 
-void printSettings(const UnitsProvider& p) {
+void printSettings(const UnitsProvider& p, const ToolContext& context) {
   const std::vector<std::string> systems = UnitsProvider::allUnitSystems();
   const std::int64_t system = p.generalUnitType();
-  std::printf("system: %s\n", system >= 0 && system < 3
-                                  ? systems[static_cast<size_t>(system)].c_str()
-                                  : std::to_string(system).c_str());
+  Record record(Record::Layout::kLabelledLines);
+  record.field("system", system >= 0 && system < 3 ? systems[static_cast<size_t>(system)]
+                                                   : std::to_string(system));
   const struct {
     const char* label;
     const QMUnit& unit;
@@ -31,8 +35,8 @@ void printSettings(const UnitsProvider& p) {
               {"speed", *p.speedUnit()},       {"vertical speed", *p.verticalSpeedUnit()},
               {"pressure", *p.pressureUnit()}, {"temperature", *p.temperatureUnit()},
               {"length", *p.lengthUnit()},     {"area", *p.areaUnit()}};
-  for (const auto& row : rows) std::printf("%s: %s\n", row.label, unitLine(row.unit).c_str());
-  std::printf("description: %s\n", p.descriptionOfCurrentUnits().c_str());
+  for (const auto& row : rows) addUnit(record, row.label, row.unit);
+  record.field("description", p.descriptionOfCurrentUnits()).print(context);
 }
 
 // Every unit the provider knows, by identifier.
@@ -166,11 +170,14 @@ void addSettingsCommands(CLI::App& app, ToolContext& context) {
   rules->add_option("ID", args->id)->required();
   rules->callback([&context, args] {
     const UnitsProvider& p = toolProvider(context);
-    std::printf("%s\n", p.rulesDescriptionForUnit(*unitWithUuid(p, args->id)).c_str());
+    Record(Record::Layout::kOneLine)
+        .jsonField("identifier", args->id)
+        .field("text", p.rulesDescriptionForUnit(*unitWithUuid(p, args->id)))
+        .print(context);
   });
 
   settings->callback([&context, rules] {
-    if (!rules->parsed()) printSettings(toolProvider(context));
+    if (!rules->parsed()) printSettings(toolProvider(context), context);
   });
 }
 

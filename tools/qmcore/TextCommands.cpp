@@ -3,17 +3,17 @@
 
 #include <cmath>
 #include <cstdint>
-#include <cstdio>
 #include <memory>
 #include <string>
 
 #include "qmcore/formatting/QMFormatter.hpp"
 #include "tools/qmcore/Commands.hpp"
+#include "tools/qmcore/Output.hpp"
 
 namespace qm::tool {
 namespace {
 
-void printTimeTexts(double ticks) {
+void printTimeTexts(double ticks, const ToolContext& context) {
   const struct {
     const char* label;
     std::string text;
@@ -25,7 +25,9 @@ void printTimeTexts(double ticks) {
       {"textForTicksSkipHours", QMFormatter::textForTicksSkipHours(ticks)},
       {"timeAnnouncementTextForTicks2", QMFormatter::timeAnnouncementTextForTicks2(ticks)},
   };
-  for (const auto& line : lines) std::printf("%s: %s\n", line.label, line.text.c_str());
+  Record record(Record::Layout::kLabelledLines);
+  for (const auto& line : lines) record.field(line.label, line.text);
+  record.print(context);
 }
 
 std::int64_t parseByteCount(const std::string& text) {
@@ -40,25 +42,29 @@ std::int64_t parseByteCount(const std::string& text) {
 
 }  // namespace
 
-void addTextCommands(CLI::App& app, ToolContext& /*context*/) {
+void addTextCommands(CLI::App& app, ToolContext& context) {
   CLI::App* time = app.add_subcommand(
       "time",
       "The clock, title and spoken texts of a time span of TICKS seconds, one labelled line "
       "each (fractions and negative spans allowed, e.g. -61.5)");
   auto ticks = std::make_shared<std::string>();
   time->add_option("TICKS", *ticks, "The time span in seconds")->required();
-  time->callback([ticks] {
+  time->callback([ticks, &context] {
     const double value = parseNumber(*ticks, "TICKS");
     if (!std::isfinite(value)) throw UsageError("TICKS is not a finite number: '" + *ticks + "'");
-    printTimeTexts(value);
+    printTimeTexts(value, context);
   });
 
   CLI::App* filesize = app.add_subcommand(
       "filesize", "The text of a file size of BYTES bytes (binary multiples: 1536 is 2 KB)");
   auto bytes = std::make_shared<std::string>();
   filesize->add_option("BYTES", *bytes, "The size in bytes, a whole number")->required();
-  filesize->callback([bytes] {
-    std::printf("%s\n", QMFormatter::stringFromFileSize(parseByteCount(*bytes)).c_str());
+  filesize->callback([bytes, &context] {
+    const std::int64_t count = parseByteCount(*bytes);
+    Record(Record::Layout::kOneLine)
+        .jsonField("bytes", count)
+        .field("text", QMFormatter::stringFromFileSize(count))
+        .print(context);
   });
 }
 

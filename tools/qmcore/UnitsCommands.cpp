@@ -3,7 +3,6 @@
 
 #include <charconv>
 #include <cmath>
-#include <cstdio>
 #include <memory>
 #include <optional>
 #include <string>
@@ -12,6 +11,7 @@
 
 #include "qmcore/units/UnitKinds.hpp"
 #include "tools/qmcore/Commands.hpp"
+#include "tools/qmcore/Output.hpp"
 
 namespace qm::tool {
 namespace {
@@ -37,23 +37,28 @@ std::string numberText(double value) {
   return std::string(buffer, result.ptr);
 }
 
-void printKind(const UnitKind& kind) {
+void printKind(const UnitKind& kind, const ToolContext& context) {
   for (const auto& unit : sortedBuiltinUnits(kind)) {
-    std::printf("%s\t%s\t%s\t%s\t%s\n", std::string(unit->uuid()).c_str(),
-                unit->localizedName().c_str(), unit->localizedAbbreviation().c_str(),
-                numberText(unit->ratioToMeter()).c_str(), unit->uiDescription().c_str());
+    Record(Record::Layout::kOneLine)
+        .jsonField("kind", std::string(kind.name))
+        .field("identifier", std::string(unit->uuid()))
+        .field("name", unit->localizedName())
+        .field("abbreviation", unit->localizedAbbreviation())
+        .field("factor", unit->ratioToMeter(), numberText(unit->ratioToMeter()))
+        .field("description", unit->uiDescription())
+        .print(context);
   }
 }
 
-void listUnits(const std::optional<std::string>& kindName) {
+void listUnits(const std::optional<std::string>& kindName, const ToolContext& context) {
   if (!kindName) {
     for (const UnitKind& kind : unitKinds()) {
-      std::printf("# %s\n", std::string(kind.name).c_str());
-      printKind(kind);
+      printTextLine(context, "# " + std::string(kind.name));
+      printKind(kind, context);
     }
     return;
   }
-  if (const UnitKind* kind = unitKindNamed(*kindName)) return printKind(*kind);
+  if (const UnitKind* kind = unitKindNamed(*kindName)) return printKind(*kind, context);
   throw UsageError("unknown kind '" + *kindName + "' (one of " + kindNames() + ")");
 }
 
@@ -64,7 +69,8 @@ bool namesAnyUnit(const std::string& name) {
   return false;
 }
 
-void convert(const std::string& valueText, const std::string& fromName, const std::string& toName) {
+void convert(const std::string& valueText, const std::string& fromName, const std::string& toName,
+             const ToolContext& context) {
   const double value = parseNumber(valueText, "value");
   for (const UnitKind& kind : unitKinds()) {
     const UnitList units = kind.builtinUnits({});
@@ -72,7 +78,12 @@ void convert(const std::string& valueText, const std::string& fromName, const st
     const UnitList to = unitsNamed(units, toName);
     if (from.size() != 1 || to.size() != 1) continue;
     const double result = convertBetweenUnits(value, *from[0], *to[0]);
-    std::printf("%s\n", numberText(result).c_str());
+    Record(Record::Layout::kOneLine)
+        .jsonField("value", value)
+        .jsonField("from", std::string(from[0]->uuid()))
+        .jsonField("to", std::string(to[0]->uuid()))
+        .field("result", result, numberText(result))
+        .print(context);
     return;
   }
   for (const std::string& name : {fromName, toName}) {
@@ -85,12 +96,12 @@ void convert(const std::string& valueText, const std::string& fromName, const st
 
 }  // namespace
 
-void addUnitsCommands(CLI::App& app, ToolContext& /*context*/) {
+void addUnitsCommands(CLI::App& app, ToolContext& context) {
   auto kind = std::make_shared<std::optional<std::string>>();
   CLI::App* units = app.add_subcommand(
       "units", "List the built-in units: identifier, name, abbreviation, factor, description");
   units->add_option("KIND", *kind, "One kind only: " + kindNames());
-  units->callback([kind] { listUnits(*kind); });
+  units->callback([kind, &context] { listUnits(*kind, context); });
 
   struct ConvertArguments {
     std::string value, from, to;
@@ -103,8 +114,9 @@ void addUnitsCommands(CLI::App& app, ToolContext& /*context*/) {
       ->add_option("FROM", arguments->from, "Unit identifier (.length-foot) or abbreviation (ft)")
       ->required();
   convertCommand->add_option("TO", arguments->to, "Unit identifier or abbreviation")->required();
-  convertCommand->callback(
-      [arguments] { convert(arguments->value, arguments->from, arguments->to); });
+  convertCommand->callback([arguments, &context] {
+    convert(arguments->value, arguments->from, arguments->to, context);
+  });
 }
 
 }  // namespace qm::tool

@@ -33,6 +33,8 @@ int main(int argc, char** argv) {
   app.add_option("--locale", locale, "Locale for this run, e.g. de_DE or en_GB")
       ->each([](const std::string& id) { qm::setCurrentLocaleIdentifier(id); });
   app.add_option("--settings", context.settingsPath, "Settings store file to use");
+  app.add_flag("--json", context.json,
+               "Print each result as one JSON object a line (JSON Lines) instead of the text");
 
   qm::tool::addUnitsCommands(app, context);
   qm::tool::addSettingsCommands(app, context);

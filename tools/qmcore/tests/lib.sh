@@ -3,6 +3,7 @@
 #   expect "1.00 km/h" -- units speed          # stdout contains the text, exit status 0
 #   expect_line "98" -- convert 36.6 .temperature-c .temperature-f   # a whole line of stdout
 #   expect_fail 2 "not a number" -- convert x m km   # exit status and a text on stderr
+#   expect_json '{"result": 98}' -- --json convert 36.6 °C °F   # JSON Lines holding these fields
 # Each run gets LANG=en_US.UTF-8, TZ=UTC and a settings store in the script's own work folder.
 set -u
 tool="$1"
@@ -43,6 +44,22 @@ expect_fail() {
   if [ "$(cat "$work/status")" != "$status" ] || ! grep -qF -- "$text" "$work/err" \
      || [ "$(wc -l <"$work/err")" != 1 ]; then
     report "$@"; echo "--- expected exit $status and one stderr line containing: $text"
+  fi
+}
+
+# Every stdout line is a JSON object, and one of them has each field of the expected object with
+# an equal value of the same JSON type (so 98 is neither "98" nor 98.0).
+expect_json() {
+  local expected="$1"; shift 2
+  checks=$((checks + 1)); run_tool "$@"
+  if [ "$(cat "$work/status")" != 0 ] || ! python3 -c '
+import json, sys
+objects = [json.loads(line) for line in sys.stdin]
+want = json.loads(sys.argv[1])
+holds = lambda o: all(k in o and type(o[k]) is type(v) and o[k] == v for k, v in want.items())
+sys.exit(not objects or not all(isinstance(o, dict) for o in objects)
+         or not any(holds(o) for o in objects))' "$expected" <"$work/out"; then
+    report "$@"; echo "--- expected JSON Lines, one holding: $expected"
   fi
 }
 
