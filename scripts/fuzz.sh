@@ -5,6 +5,7 @@
 # or breaks one of its checks; the input that did it is kept in build/fuzz/crashes/.
 #
 #   scripts/fuzz.sh [SECONDS]
+#   QM_FUZZ_RUNS=N scripts/fuzz.sh   # N inputs each from the fixed seed 1: the same run every time
 #
 # The committed corpus is never changed: what a run adds goes to a temporary copy that is
 # dropped at the end. To replay one input: build/fuzz/fuzz/<target> FILE
@@ -26,9 +27,15 @@ for source in fuzz/*_fuzzer.cpp; do
   target="$(basename "$source" .cpp)"
   mkdir -p "$work/$target"
   cp fuzz/corpus/"$target"/* "$work/$target/"
-  echo "== fuzz $target: ${seconds}s =="
+  if [ -n "${QM_FUZZ_RUNS:-}" ]; then
+    limit=(-runs="$QM_FUZZ_RUNS" -seed=1)
+    echo "== fuzz $target: $QM_FUZZ_RUNS inputs =="
+  else
+    limit=(-max_total_time="$seconds")
+    echo "== fuzz $target: ${seconds}s =="
+  fi
   log="$work/$target.log"
-  if "build/fuzz/fuzz/$target" -max_total_time="$seconds" -timeout=10 -print_final_stats=1 \
+  if "build/fuzz/fuzz/$target" "${limit[@]}" -timeout=10 -print_final_stats=1 \
       -artifact_prefix="$crashes/$target-" "$work/$target" >"$log" 2>&1; then
     grep -E '^(Done|stat::number_of_executed_units|stat::new_units_added)' "$log" || true
   else
@@ -41,4 +48,4 @@ if [ ${#failed[@]} -gt 0 ]; then
   echo "fuzz: failed: ${failed[*]} (inputs in $crashes/)" >&2
   exit 1
 fi
-echo "fuzz: every target ran ${seconds}s without a failure"
+echo "fuzz: every target ran without a failure"
