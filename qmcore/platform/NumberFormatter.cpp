@@ -312,6 +312,51 @@ std::string currencySymbolOf(std::string_view locale,
   return internal::toUtf8(symbols.getSymbol(symbol));
 }
 
+// The integer part of a decimal text as ICU writes one ("9E+18", "-9.2E+18", "12.5"), clamped
+// to the 64-bit range; absent for any other text ("Infinity").
+std::optional<std::int64_t> integerPartOfDecimalText(std::string_view text) {
+  const bool negative = text.starts_with('-');
+  if (negative) text.remove_prefix(1);
+  long exponent = 0;
+  if (const std::size_t e = text.find_first_of("Ee"); e != std::string_view::npos) {
+    std::string_view digits = text.substr(e + 1);
+    const bool negativeExponent = digits.starts_with('-');
+    if (negativeExponent || digits.starts_with('+')) digits.remove_prefix(1);
+    if (digits.empty() || digits.size() > 9) return std::nullopt;
+    for (const char c : digits) {
+      if (c < '0' || c > '9') return std::nullopt;
+      exponent = exponent * 10 + (c - '0');
+    }
+    if (negativeExponent) exponent = -exponent;
+    text = text.substr(0, e);
+  }
+  const std::size_t point = text.find('.');
+  std::string digits(text.substr(0, point));
+  if (point != std::string_view::npos) digits += text.substr(point + 1);
+  long integerDigits = static_cast<long>(point == std::string_view::npos ? text.size() : point);
+  integerDigits += exponent;
+  if (digits.empty() || digits.find_first_not_of("0123456789") != std::string::npos) {
+    return std::nullopt;
+  }
+  const std::size_t leadingZeros = digits.find_first_not_of('0');
+  if (leadingZeros == std::string::npos) return 0;
+  digits.erase(0, leadingZeros);
+  integerDigits -= static_cast<long>(leadingZeros);
+  if (integerDigits <= 0) return 0;
+  // The largest magnitude of each sign: 2^63 - 1, or 2^63 for negative numbers.
+  const std::uint64_t limit = negative ? std::uint64_t{1} << 63 : (std::uint64_t{1} << 63) - 1;
+  std::uint64_t magnitude = 0;
+  for (long i = 0; i < integerDigits; ++i) {
+    const unsigned digit = i < static_cast<long>(digits.size()) ? digits[i] - '0' : 0;
+    if (magnitude > (limit - digit) / 10) {
+      magnitude = limit;
+      break;
+    }
+    magnitude = magnitude * 10 + digit;
+  }
+  return negative ? static_cast<std::int64_t>(0 - magnitude) : static_cast<std::int64_t>(magnitude);
+}
+
 }  // namespace
 
 std::optional<double> NumberFormatter::parse(std::string_view text) const {
@@ -324,15 +369,27 @@ std::optional<double> NumberFormatter::parse(std::string_view text) const {
 }
 
 std::optional<std::int64_t> NumberFormatter::parseInteger(std::string_view text) const {
-  const std::optional<icu::Formattable> number = parseWith(options_, text);
+  std::optional<icu::Formattable> number = parseWith(options_, text);
   if (!number) return std::nullopt;
   UErrorCode status = U_ZERO_ERROR;
   // NaN has neither an integer part nor a nearest end of the range (ICU would convert it to
   // an integer with undefined behaviour).
   if (std::isnan(number->getDouble(status))) return std::nullopt;
   // Truncates fractions; out of range it reports an error and returns the nearest end.
-  const std::int64_t value = number->getInt64(status);
-  if (status != U_ZERO_ERROR && status != U_INVALID_FORMAT_ERROR) return std::nullopt;
+  std::int64_t value = number->getInt64(status);
+  if (status == U_INVALID_FORMAT_ERROR) {
+    // ICU's range check compares only the digits it keeps, so it also calls numbers of 19
+    // digits that start with those of 2^63 and end in zeros (9000000000000000000) out of
+    // range: the number's decimal text decides.
+    status = U_ZERO_ERROR;
+    const icu::StringPiece decimal = number->getDecimalNumber(status);
+    if (U_SUCCESS(status)) {
+      value = integerPartOfDecimalText({decimal.data(), static_cast<std::size_t>(decimal.size())})
+                  .value_or(value);
+    }
+    status = U_ZERO_ERROR;
+  }
+  if (U_FAILURE(status)) return std::nullopt;
   return value;
 }
 

@@ -85,9 +85,20 @@ TEST_F(NumberFormatterTest, ParsesIntegersByDroppingTheFraction) {
   const struct {
     const char* text;
     std::optional<std::int64_t> expected;
-  } cases[] = {{"1.234", 1234},      {"-12,9", -12},     {"12,9", 12},
-               {"x", std::nullopt},  {"", std::nullopt}, {"99999999999999999999", INT64_MAX},
-               {"NaN", std::nullopt}};
+  } cases[] = {{"1.234", 1234},
+               {"-12,9", -12},
+               {"12,9", 12},
+               {"x", std::nullopt},
+               {"", std::nullopt},
+               {"99999999999999999999", INT64_MAX},
+               {"NaN", std::nullopt},
+               // 19 digits that start like 2^63: ICU alone calls some of them out of range.
+               {"9.000.000.000.000.000.000", 9000000000000000000},
+               {"9.223.372.036.854.775.800,9", 9223372036854775800},
+               {"9.220.000.000.000.000.000", 9220000000000000000},
+               {"9.223.372.036.854.775.808", INT64_MAX},
+               {"-9.223.372.036.854.775.808", INT64_MIN},
+               {"-9.223.372.036.854.775.809", INT64_MIN}};
   for (const auto& c : cases) EXPECT_EQ(local.parseInteger(c.text), c.expected) << c.text;
 }
 
