@@ -8,8 +8,10 @@ packages=(
   libicu-dev libsqlite3-dev libcurl4-openssl-dev libssl-dev libzip-dev
   libpng-dev libjpeg-dev nlohmann-json3-dev libcli11-dev
   libgtest-dev libgmock-dev libbenchmark-dev libcpp-httplib-dev
-  locales
+  locales zip unzip python3
 )
+# Benchmark peers only, never linked into the library.
+packages+=(libspdlog-dev)
 # clang's sanitizer and libFuzzer runtimes, which the clang package only recommends, and
 # llvm-symbolizer for readable sanitizer reports.
 packages+=(libclang-rt-14-dev llvm)
