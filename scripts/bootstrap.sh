@@ -9,6 +9,8 @@ packages=(
   libpng-dev libjpeg-dev nlohmann-json3-dev libcli11-dev
   libgtest-dev libgmock-dev libbenchmark-dev libcpp-httplib-dev
   locales zip unzip python3
+  # libzip's CMake package names these programs and fails to load without them.
+  zipcmp zipmerge ziptool
 )
 # Benchmark peers only, never linked into the library.
 packages+=(libspdlog-dev)
