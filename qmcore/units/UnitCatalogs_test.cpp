@@ -1,8 +1,10 @@
-// The built-in catalogs of every unit class, row by row.
+// The built-in catalogs of every unit class: their exact factors, identifiers, defaults and
+// the rules every catalog keeps.
 
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <set>
 
 #include "qmcore/testing/ScopedLocale.hpp"
 #include "qmcore/units/QMAltitudeUnit.hpp"
@@ -14,61 +16,59 @@
 #include "qmcore/units/QMTemperatureUnit.hpp"
 #include "qmcore/units/QMTimeUnit.hpp"
 #include "qmcore/units/QMVerticalSpeedUnit.hpp"
-#include "qmcore/units/UnitTestSupport.hpp"
+#include "qmcore/units/UnitKinds.hpp"
 
 namespace qm {
 namespace {
 
-using Rows = std::vector<std::string>;
-using testing::summaries;
-
-TEST(UnitCatalogs, LengthDistanceAndArea) {
-  EXPECT_EQ(summaries(QMLengthUnit::builtinUnits()),
-            (Rows{".length-inch|Inch|in|0.0254|0|0|5|.length-foot@20||1281",
-                  ".length-shaku|Shaku (尺)|尺|0.303|0|0|5|||1282",
-                  ".length-foot|Foot|ft|0.30479999|0|0|5|.length-mile@1000||1282",
-                  ".length-frenchfoot|French Foot|fft|0.3248406|0|0|5|||1282",
-                  ".length-yard|Yard|yd|0.9144|0|0|5|.length-mile@1000||1283",
-                  ".length-meter|Meter|m|1|1|0|5|.length-kilometer@1000||11",
-                  ".length-kilometer|Kilometer|km|1000|3|0|5|||14",
-                  ".length-mile|Mile|mi|1609.344|3|0|5|||1284",
-                  ".length-nauticalmile|Nautical mile|nm|1852|2|0|5|||1284"}));
-  // Without an environment delegate.
-  EXPECT_EQ(summaries(QMDistanceUnit::builtinUnits()),
-            (Rows{".distance-foot|Feet|ft|0.30479999|0|1|2|.distance-mile@2000|DB|1282",
-                  ".distance-meter|Meters|m|1|0|0|2|.distance-kilometer@1000|DB|11",
-                  ".distance-kilometer|Kilometers|km|1000|2|0|2|||14",
-                  ".distance-mile|miles|mi|1609.344|2|1|2|||1284",
-                  ".distance-nauticalmile|Nautical miles|nm|1852|2|2|2|||1284"}));
-  EXPECT_EQ(summaries(QMAreaUnit::builtinUnits()),
-            (Rows{".area-squaremeter|Square Meter|m²|1|1|0|7|.area-squarekilometer@100000|",
-                  ".area-tsubo|Tsubo (坪)|坪|3.306|1|0|7||", ".area-are|Are|a|100|2|0|7||",
-                  ".area-squarekilometer|Square kilometer|km²|1000000|3|0|7||",
-                  ".area-decare|Decare|daa|1000|3|0|7||", ".area-hectare|Hectare|ha|10000|3|0|7||",
-                  ".area-squarefoot|Square foot|ft²|0.09290304|0|0|7|.area-squaremile@100000|",
-                  ".area-squareyard|Square yard|yd²|0.83612736|0|0|7|.area-squaremile@100000|",
-                  ".area-acre|Acre|ac|4046.8564224|3|0|7||",
-                  ".area-squaremile|Square mile|mi²|2589988.110336|4|0|7||"}));
+// Factors the apps depend on exactly, the deliberately rounded ones above all: a "fix" to the
+// exact international foot or mile would change every stored track's texts.
+TEST(UnitCatalogs, FactorsAreExactlyTheCatalogs) {
+  const struct {
+    std::shared_ptr<const QMUnit> unit;
+    double factor;
+  } cases[] = {
+      {QMLengthUnit::builtinUnits()[2], 0.30479999},                     // foot, rounded
+      {QMDistanceUnit::builtinUnits()[0], 0.30479999},                   // foot, rounded
+      {QMAltitudeUnit::builtinUnits()[0], 0.3048},                       // foot, exact
+      {QMLengthUnit::builtinUnits()[1], 0.303},                          // shaku
+      {QMLengthUnit::builtinUnits()[3], 0.3248406},                      // French foot
+      {QMAreaUnit::builtinUnits()[1], 3.306},                            // tsubo
+      {QMAreaUnit::builtinUnits()[8], 4046.8564224},                     // acre
+      {QMSpeedUnit::builtinUnits()[1], 1.60934},                         // mph, rounded
+      {QMSpeedUnit::builtinUnits()[2], 1.852},                           // knot
+      {QMVerticalSpeedUnit::builtinUnits()[1], 1.0 / 60},                // m/min
+      {QMVerticalSpeedUnit::builtinUnits()[2], 1.0 / (3.28084 * 60.0)},  // ft/min
+      {QMPressureUnit::builtinUnits()[1], 33.8638815767},                // inHg
+      {QMTemperatureUnit::builtinUnits()[1], 10},  // °F: converted with its offset instead
+  };
+  for (const auto& c : cases) EXPECT_EQ(c.unit->ratioToMeter(), c.factor) << c.unit->uuid();
 }
 
-TEST(UnitCatalogs, SpeedAltitudePressureTimeAndTemperature) {
-  EXPECT_EQ(summaries(QMSpeedUnit::builtinUnits()),
-            (Rows{".speed-kmh|km/h|km/h|1|2|0|0||", ".speed-mph|mph|mph|1.60934|2|1|0||",
-                  ".speed-knot|knots|kts|1.852|2|2|0||"}));
-  EXPECT_EQ(summaries(QMVerticalSpeedUnit::builtinUnits()),
-            (Rows{".vspeed-m/s|meters/second|m/s|1|1|0|1||",
-                  ".vspeed-m/min|meters/minute|m/min|0.016666666666666666|0|0|1||",
-                  ".vspeed-ft/min|feet/minute|ft/min|0.005079999837440005|0|1|1||"}));
-  EXPECT_EQ(QMVerticalSpeedUnit::feetPerMinuteUnit()->ratioToMeter(), 1.0 / (3.28084 * 60.0));
-  EXPECT_EQ(summaries(QMAltitudeUnit::builtinUnits()),
-            (Rows{".altitude-foot|Feet|ft|0.3048|0|1|3|||1282",
-                  ".altitude-meter|Meters|m|1|0|0|3|||11"}));
-  EXPECT_EQ(
-      summaries(QMPressureUnit::builtinUnits()),
-      (Rows{".pressure-hpa|hPa|hPa|1|2|0|8||", ".pressure-inHg|inHg|inHg|33.8638815767|3|1|8||"}));
-  EXPECT_EQ(testing::summary(*QMTimeUnit::second()), ".time-second|second|s|1|0|0|6||");
-  EXPECT_EQ(summaries(QMTemperatureUnit::builtinUnits()),
-            (Rows{".temperature-c|°C|°C|1|0|0|9||", ".temperature-f|°F|°F|10|0|1|9||"}));
+// Rules every kind's catalog keeps, so that a new unit cannot break a screen: identifiers are
+// unique, a unit switches only to a bigger unit of its own kind and at a positive value, and the
+// number formatter shows the unit's decimals.
+TEST(UnitCatalogs, EveryCatalogKeepsTheRules) {
+  std::set<std::string_view> identifiers;
+  for (const UnitKind& kind : unitKinds()) {
+    const UnitList units = kind.builtinUnits({});
+    ASSERT_FALSE(units.empty()) << kind.name;
+    for (const auto& unit : units) {
+      EXPECT_TRUE(identifiers.insert(unit->uuid()).second) << unit->uuid();
+      EXPECT_FALSE(unit->name().empty()) << unit->uuid();
+      EXPECT_FALSE(unit->abbreviation().empty()) << unit->uuid();
+      EXPECT_EQ(unit->subject(), kind.subject) << unit->uuid();
+      EXPECT_EQ(unit->formatter().options(),
+                NumberFormatter::withDecimals(unit->numberOfDecimalPlaces()).options())
+          << unit->uuid();
+      if (const auto& bigger = unit->canSwitchToUnit()) {
+        EXPECT_GT(bigger->ratioToMeter(), unit->ratioToMeter()) << unit->uuid();
+        EXPECT_GT(unit->unitSwitchesAtValue(), 0) << unit->uuid();
+        EXPECT_FALSE(unitsNamed(units, bigger->uuid()).empty())
+            << unit->uuid() << " switches outside its kind";
+      }
+    }
+  }
 }
 
 TEST(UnitCatalogs, VerticalSpeedScales) {
