@@ -4,36 +4,16 @@
 #include <cmath>
 #include <cstddef>
 #include <string>
+#include <string_view>
 
 #include "qmcore/platform/InvariantFormat.hpp"
-#include "qmcore/platform/Locale.hpp"
-#include "qmcore/strings/CoreStrings.hpp"
+#include "qmcore/strings/LocalizedTextCache.hpp"
 
 namespace qm {
 namespace {
 
 enum Letter : std::size_t { kNorth, kEast, kSouth, kWest, kLetterCount };
-constexpr std::array<const char*, kLetterCount> kLetterKeys = {"N", "E", "S", "W"};
-
-struct Letters {
-  std::string locale;  // empty until filled: no current locale is empty
-  std::array<std::string, kLetterCount> texts;
-};
-
-// The localized letters of the current locale, valid until this thread's next call. Each
-// thread keeps the letters of the locale it last used: the string tables are fixed, so a
-// letter changes only with the locale.
-const Letters& currentLetters() {
-  thread_local Letters cache;
-  std::string locale = currentLocaleIdentifier();
-  if (locale != cache.locale) {
-    for (std::size_t i = 0; i < kLetterCount; ++i) {
-      cache.texts[i] = CoreStrings::CLSTRING(kLetterKeys[i], locale);
-    }
-    cache.locale = std::move(locale);
-  }
-  return cache;
-}
+constexpr std::array<std::string_view, kLetterCount> kLetterKeys = {"N", "E", "S", "W"};
 
 }  // namespace
 
@@ -58,9 +38,11 @@ std::string BearingFormatter::textForAzimuth(double azimuth) {
 
   const double degrees = std::floor(angle);
   const double minutes = std::floor((angle - degrees) * 60.0);
-  const Letters& letters = currentLetters();
-  return invariantFormat("%s%.0f°%.0f'%s", letters.texts[from].c_str(), degrees, minutes,
-                         letters.texts[towards].c_str());
+  // Bearings are redrawn many times a second: each thread keeps the letters of its locale.
+  thread_local LocalizedTextCache letterCache(kLetterKeys);
+  const auto letters = letterCache.texts();
+  return invariantFormat("%s%.0f°%.0f'%s", letters[from].c_str(), degrees, minutes,
+                         letters[towards].c_str());
 }
 
 }  // namespace qm

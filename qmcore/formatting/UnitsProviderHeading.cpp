@@ -7,13 +7,14 @@
 #include <cmath>
 #include <cstddef>
 #include <string>
+#include <string_view>
 
 #include "qmcore/platform/DisplayOrientation.hpp"
 #include "qmcore/platform/Heading.hpp"
 #include "qmcore/platform/InvariantFormat.hpp"
-#include "qmcore/platform/Locale.hpp"
 #include "qmcore/provider/EnvironmentSettings.hpp"
 #include "qmcore/strings/CoreStrings.hpp"
+#include "qmcore/strings/LocalizedTextCache.hpp"
 
 namespace qm {
 namespace {
@@ -23,8 +24,8 @@ constexpr int kAngleUnitMils = 1;
 
 // The cardinal abbreviations, in the order of `kCardinalKeys`.
 enum Cardinal : std::size_t { kN, kNE, kE, kSE, kS, kSW, kW, kNW, kCardinalCount };
-constexpr std::array<const char*, kCardinalCount> kCardinalKeys = {"N", "NE", "E", "SE",
-                                                                   "S", "SW", "W", "NW"};
+constexpr std::array<std::string_view, kCardinalCount> kCardinalKeys = {"N", "NE", "E", "SE",
+                                                                        "S", "SW", "W", "NW"};
 
 // 30° around the cardinal points, 60° for the diagonals; below 15 and from 345 on: north.
 // Not for NaN.
@@ -41,22 +42,10 @@ Cardinal cardinalOf(double bearing) {
 }
 
 // The localized abbreviation of `cardinal` in the current locale. Compass screens redraw
-// bearings many times a second, so each thread keeps the eight texts of the locale it last
-// used: the string tables are fixed, a text changes only with the locale.
+// bearings many times a second, so each thread keeps the eight texts of its locale.
 const std::string& cardinalText(Cardinal cardinal) {
-  struct Texts {
-    std::string locale;  // empty until filled: no current locale is empty
-    std::array<std::string, kCardinalCount> texts;
-  };
-  thread_local Texts cache;
-  std::string locale = currentLocaleIdentifier();
-  if (locale != cache.locale) {
-    for (std::size_t i = 0; i < kCardinalCount; ++i) {
-      cache.texts[i] = CoreStrings::CLSTRING(kCardinalKeys[i], locale);
-    }
-    cache.locale = std::move(locale);
-  }
-  return cache.texts[cardinal];
+  thread_local LocalizedTextCache cache(kCardinalKeys);
+  return cache.texts()[cardinal];
 }
 
 // The shared body of the three bearing texts; `degreesFormat` is "%.*s%s%.0f" or "%.*s%s%.1f".

@@ -3,27 +3,24 @@
 #include <unordered_map>
 
 #include "qmcore/platform/Locale.hpp"
+#include "qmcore/strings/StringCatalog.hpp"
 #include "qmcore/strings/StringTables.hpp"
 
 namespace qm {
 namespace {
 
 using Index = std::unordered_map<std::string_view, std::string_view>;
+using Indexes = std::unordered_map<std::string_view, Index>;
 
-Index makeIndex(std::string_view language) {
-  Index index;
-  for (const internal::StringEntry& entry : internal::stringTable(language)) {
-    index.emplace(entry.key, entry.text);
+Indexes makeIndexes() {
+  Indexes indexes;
+  for (const std::string_view language : internal::tableLanguages()) {
+    Index& index = indexes[language];
+    for (const internal::StringEntry& entry : internal::stringTable(language)) {
+      index.emplace(entry.key, entry.text);
+    }
   }
-  return index;
-}
-
-const Index* indexFor(std::string_view language) {
-  static const Index english = makeIndex("en");
-  static const Index german = makeIndex("de");
-  if (language == "en") return &english;
-  if (language == "de") return &german;
-  return nullptr;
+  return indexes;
 }
 
 }  // namespace
@@ -33,10 +30,10 @@ std::string CoreStrings::CLSTRING(std::string_view key) {
 }
 
 std::string CoreStrings::CLSTRING(std::string_view key, std::string_view localeIdentifier) {
-  for (const Index* index : {indexFor(languageOfLocale(localeIdentifier)), indexFor("en")}) {
-    if (index == nullptr) continue;
-    if (const auto it = index->find(key); it != index->end()) return std::string(it->second);
-  }
+  // Built once and never changed, so that concurrent lookups need no lock.
+  static const Indexes indexes = makeIndexes();
+  const Index& index = indexes.at(StringCatalog::tableLanguage(localeIdentifier));
+  if (const auto it = index.find(key); it != index.end()) return std::string(it->second);
   return std::string(key);
 }
 

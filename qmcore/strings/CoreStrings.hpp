@@ -3,11 +3,13 @@
 // Every localised text of the library goes through `CoreStrings::CLSTRING`: the argument is a
 // key, usually the English text itself ("Meters", "Always keep as %@") or an identifier
 // ("m_minute", "TrueNorthFirstLetter"); the result is the text of the current locale's
-// language. The tables are compiled into the library: English and German. A key missing from
-// the language's table is looked up in the English table, and a key that no table has comes
-// back unchanged, so an untranslated text still reads as its English key.
+// language. The tables are compiled into the library: English, German, French, Spanish and
+// Japanese. As on the phone platform, a regional locale uses its language's table (fr_CA the
+// French one), a language without a table uses the English one, and a key that the chosen
+// table lacks comes back unchanged: an untranslated text reads as its key, never as another
+// language's text. StringCatalog.hpp tells which keys a table lacks.
 //
-//   qm::setCurrentLocaleIdentifier("de_DE");
+//   qm::setCurrentLocaleIdentifier("de_AT");
 //   qm::CoreStrings::CLSTRING("Meters");    // "Meter"
 //   qm::CoreStrings::CLSTRING("no such");   // "no such"
 //

@@ -13,7 +13,10 @@ struct StringEntry {
   std::string_view text;
 };
 
-// The entries of the table for a language ("en", "de"); empty for a language without a table.
+// The languages that have a table, English (the language of the keys) first.
+std::span<const std::string_view> tableLanguages();
+
+// The entries of the table for a language ("en", "fr"); empty for a language without a table.
 std::span<const StringEntry> stringTable(std::string_view language);
 
 }  // namespace qm::internal
