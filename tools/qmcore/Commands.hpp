@@ -35,6 +35,7 @@ void addDateCommands(CLI::App& app, ToolContext& context);      // date
 void addTextCommands(CLI::App& app, ToolContext& context);      // time, filesize
 void addFormatCommands(CLI::App& app, ToolContext& context);    // format, heading, bearing
 void addHeadingCommands(CLI::App& app, ToolContext& context);   // heading, bearing
+void addFilesCommands(CLI::App& app, ToolContext& context);     // zip, files, disk, memory
 
 }  // namespace qm::tool
 
