@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "qmcore/files/FilesTestSupport.hpp"
 #include "qmcore/testing/FakeEnv.hpp"
+#include "qmcore/testing/FileTesting.hpp"
 
 namespace qm {
 namespace {

@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
-#include "qmcore/files/FilesTestSupport.hpp"
 #include "qmcore/files/QMFileHelper.hpp"
 #include "qmcore/testing/FakeEnv.hpp"
+#include "qmcore/testing/FileTesting.hpp"
 
 namespace qm {
 namespace {

@@ -11,9 +11,9 @@
 
 #include "qmcore/files/DebugLog.hpp"
 #include "qmcore/files/FileManagerCleanup.hpp"
-#include "qmcore/files/FilesTestSupport.hpp"
 #include "qmcore/files/QMDisk.hpp"
 #include "qmcore/testing/FakeEnv.hpp"
+#include "qmcore/testing/FileTesting.hpp"
 
 namespace qm {
 namespace {

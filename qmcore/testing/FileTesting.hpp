@@ -1,8 +1,8 @@
 // Helpers of the file utilities' tests: files written and read back, commands run, and the
 // texts of console-log lines captured from stderr.
 
-#ifndef QMCORE_FILES_FILESTESTSUPPORT_HPP_
-#define QMCORE_FILES_FILESTESTSUPPORT_HPP_
+#ifndef QMCORE_TESTING_FILETESTING_HPP_
+#define QMCORE_TESTING_FILETESTING_HPP_
 
 #include <gtest/gtest.h>
 
@@ -71,4 +71,4 @@ class ConsoleCapture {
 
 }  // namespace qm::testing
 
-#endif  // QMCORE_FILES_FILESTESTSUPPORT_HPP_
+#endif  // QMCORE_TESTING_FILETESTING_HPP_
