@@ -11,6 +11,14 @@
 #ifndef QMCORE_QMCORE_HPP_
 #define QMCORE_QMCORE_HPP_
 
+#include "qmcore/files/CategoryDescriptionHolder.hpp"
+#include "qmcore/files/DebugLog.hpp"
+#include "qmcore/files/FileHelper.hpp"
+#include "qmcore/files/FileManagerCleanup.hpp"
+#include "qmcore/files/QMDisk.hpp"
+#include "qmcore/files/QMFileHelper.hpp"
+#include "qmcore/files/QMLog.hpp"
+#include "qmcore/files/QMProfiler.hpp"
 #include "qmcore/formatting/BearingFormatter.hpp"
 #include "qmcore/formatting/CalendarHelper.hpp"
 #include "qmcore/formatting/DurationUnitSettings.hpp"
@@ -26,6 +34,7 @@
 #include "qmcore/formatting/WeekDates.hpp"
 #include "qmcore/geo/QMPlanimeterSettings.hpp"
 #include "qmcore/platform/BuildConfig.hpp"
+#include "qmcore/platform/ConsoleLog.hpp"
 #include "qmcore/platform/Date.hpp"
 #include "qmcore/platform/DisplayOrientation.hpp"
 #include "qmcore/platform/Env.hpp"
@@ -35,6 +44,7 @@
 #include "qmcore/platform/NotificationCenter.hpp"
 #include "qmcore/platform/NumberFormatter.hpp"
 #include "qmcore/platform/SettingsStore.hpp"
+#include "qmcore/platform/ZipArchive.hpp"
 #include "qmcore/provider/CurrentUnits.hpp"
 #include "qmcore/provider/EnvironmentSettings.hpp"
 #include "qmcore/provider/QMUIValueWithUnit.hpp"

@@ -12,6 +12,7 @@ TEST(UmbrellaHeaderTest, GivesThePublicApi) {
             0.30479999);
   EXPECT_EQ(QMParseISO8601Date("1970-01-02"), 86400.0);
   EXPECT_EQ(CoreStrings::CLSTRING("m_minute", "en_US"), "m");
+  EXPECT_EQ(QMFileHelper::sanitizedFileNameString("a:b/c"), "a-b-c");
 }
 
 }  // namespace

@@ -35,8 +35,18 @@ class Error {
   // The description, or a generic one naming domain and code when none was given.
   std::string localizedDescription() const;
   std::optional<std::string> localizedFailureReason() const;
+  // The form errors take in log lines: Error Domain=<domain> Code=<code> "<description>".
+  std::string description() const;
   // The error that caused this one, if any.
   const std::shared_ptr<const Error>& underlyingError() const { return underlying_; }
+
+  // The deepest error of the chain of underlying errors: this error itself when it has none.
+  // Always present; optional only because callers treat the answer as possibly absent.
+  std::optional<Error> leafUnderlyingError() const;
+  // The chain in one text: this error's description, then for each underlying error ", " and
+  // its description, followed by ": <reason>." when it has a failure reason. This error's own
+  // failure reason is left out: A over B (reason R) gives "A, B: R.".
+  std::optional<std::string> errorRundownText() const;
 
  private:
   std::string domain_;

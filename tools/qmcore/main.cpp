@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "qmcore/platform/Error.hpp"
 #include "qmcore/platform/Locale.hpp"
 #include "tools/qmcore/Commands.hpp"
 
@@ -42,6 +43,7 @@ int main(int argc, char** argv) {
   qm::tool::addTextCommands(app, context);
   qm::tool::addFormatCommands(app, context);
   qm::tool::addStringsCommands(app, context);
+  qm::tool::addFilesCommands(app, context);
 
   try {
     app.parse(argc, argv);
@@ -55,6 +57,10 @@ int main(int argc, char** argv) {
   } catch (const qm::tool::UsageError& e) {
     std::fprintf(stderr, "qmcore: %s\n", e.what());
     return 2;
+  } catch (const qm::ErrorException& e) {
+    // A library operation that failed (a zip that could not be written, an unreadable path).
+    std::fprintf(stderr, "qmcore: %s\n", e.error().description().c_str());
+    return 1;
   }
   return 0;
 }
