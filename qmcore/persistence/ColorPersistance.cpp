@@ -88,10 +88,14 @@ std::string stringFromColor(const Color& color) {
 }
 
 Color colorWithString(std::string_view text) {
+  return parseColorString(text).value_or(Color::black());
+}
+
+std::optional<Color> parseColorString(std::string_view text) {
   text = trim(text);
-  if (text.size() < 2 || text.front() != '{' || text.back() != '}') return Color::black();
+  if (text.size() < 2 || text.front() != '{' || text.back() != '}') return std::nullopt;
   const std::vector<std::string_view> pieces = splitAtCommaSpace(text.substr(1, text.size() - 2));
-  if (pieces.size() != 4) return Color::black();
+  if (pieces.size() != 4) return std::nullopt;
   return Color::rgba(lenientFloat(pieces[0]), lenientFloat(pieces[1]), lenientFloat(pieces[2]),
                      lenientFloat(pieces[3]));
 }

@@ -10,6 +10,7 @@
 #ifndef QMCORE_PERSISTENCE_COLORPERSISTANCE_HPP_
 #define QMCORE_PERSISTENCE_COLORPERSISTANCE_HPP_
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -35,6 +36,10 @@ std::string stringFromColor(const Color& color);
 // way (leading white space skipped, the longest numeric prefix, 0 when there is none), with
 // no clamping, into an RGB colour. Any other shape gives `Color::black()`.
 Color colorWithString(std::string_view text);
+
+// The same reading, with absent for the shapes `colorWithString` turns into black (what a
+// stored colour must never be).
+std::optional<Color> parseColorString(std::string_view text);
 
 }  // namespace qm
 
