@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "qmcore/persistence/internal/PersistenceLog.hpp"
+#include "qmcore/persistence/internal/DebugLogCapture.hpp"
 #include "qmcore/platform/SettingsStore.hpp"
 #include "qmcore/testing/FakeEnv.hpp"
 #include "qmcore/testing/ScopedLocale.hpp"

@@ -68,7 +68,7 @@ Error JsonHelper::decodingErrorFor(const JsonDecodingError& error, std::string_v
 }
 
 void JsonHelper::logEncodingError(const char* configuration, const std::exception& error) {
-  internal::persistenceLog([&] {
+  debuglog([&] {
     return std::string("[JSON] Error while ") + configuration +
            " encoding object, error: " + error.what();
   });
@@ -76,7 +76,7 @@ void JsonHelper::logEncodingError(const char* configuration, const std::exceptio
 
 void JsonHelper::logDecodingError(const std::exception& error, std::string_view text,
                                   std::string_view typeName) {
-  internal::persistenceLog([&] {
+  debuglog([&] {
     return "Error on decoding from json " + std::string(error.what()) +
            ", json: " + std::string(text) + ", target type: " + std::string(typeName);
   });

@@ -36,8 +36,8 @@
 #include <string_view>
 #include <variant>
 
+#include "qmcore/files/DebugLog.hpp"
 #include "qmcore/persistence/JsonCoding.hpp"
-#include "qmcore/persistence/internal/PersistenceLog.hpp"
 #include "qmcore/platform/Env.hpp"
 #include "qmcore/platform/Error.hpp"
 #include "qmcore/platform/SettingsStore.hpp"

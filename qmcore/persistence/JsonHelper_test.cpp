@@ -12,6 +12,7 @@
 #include "qmcore/persistence/DecodableDefault.hpp"
 #include "qmcore/persistence/JsonDebugDescriptable.hpp"
 #include "qmcore/persistence/NullCodable.hpp"
+#include "qmcore/persistence/internal/DebugLogCapture.hpp"
 #include "qmcore/testing/FakeEnv.hpp"
 
 namespace qm {
