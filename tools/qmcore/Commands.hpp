@@ -35,6 +35,8 @@ void addDateCommands(CLI::App& app, ToolContext& context);      // date
 void addTextCommands(CLI::App& app, ToolContext& context);      // time, filesize
 void addFormatCommands(CLI::App& app, ToolContext& context);    // format, heading, bearing
 void addHeadingCommands(CLI::App& app, ToolContext& context);   // heading, bearing
+// color, sequence, sanitize, image
+void addPersistenceCommands(CLI::App& app, ToolContext& context);
 
 }  // namespace qm::tool
 

@@ -41,6 +41,7 @@ int main(int argc, char** argv) {
   qm::tool::addDateCommands(app, context);
   qm::tool::addTextCommands(app, context);
   qm::tool::addFormatCommands(app, context);
+  qm::tool::addPersistenceCommands(app, context);
 
   try {
     app.parse(argc, argv);
