@@ -12,6 +12,8 @@ packages=(
   # libzip's CMake package names these programs and fails to load without them.
   zipcmp zipmerge ziptool
 )
+# A second JPEG reader and writer (djpeg, cjpeg), with which the image tests check ours.
+packages+=(libjpeg-turbo-progs)
 # Benchmark peers only, never linked into the library.
 packages+=(libspdlog-dev)
 # clang's sanitizer and libFuzzer runtimes, which the clang package only recommends, and

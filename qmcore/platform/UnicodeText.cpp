@@ -2,6 +2,7 @@
 
 #include <unicode/brkiter.h>
 #include <unicode/locid.h>
+#include <unicode/uchar.h>
 
 #include <memory>
 
@@ -46,6 +47,16 @@ std::vector<std::string> graphemeClusters(std::string_view text) {
   static const icu::UnicodeString kEmpty;
   iterator->setText(kEmpty);
   return clusters;
+}
+
+bool extendsPrecedingCharacter(char32_t c) {
+  const int32_t kind = u_getIntPropertyValue(static_cast<UChar32>(c), UCHAR_GRAPHEME_CLUSTER_BREAK);
+  return kind == U_GCB_EXTEND || kind == U_GCB_ZWJ || kind == U_GCB_SPACING_MARK;
+}
+
+bool prefixesFollowingCharacter(char32_t c) {
+  return u_getIntPropertyValue(static_cast<UChar32>(c), UCHAR_GRAPHEME_CLUSTER_BREAK) ==
+         U_GCB_PREPEND;
 }
 
 std::string capitalizedString(std::string_view text) {

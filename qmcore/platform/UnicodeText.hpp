@@ -23,6 +23,15 @@ namespace qm {
 // emoji, a letter with combining marks or a CR LF pair each come back as one element.
 std::vector<std::string> graphemeClusters(std::string_view text);
 
+// How a character joins its neighbours in extended grapheme clusters, by its Unicode
+// Grapheme_Cluster_Break property (ICU's data): a combining mark, a joiner or a spacing mark
+// (Extend, ZWJ, SpacingMark) attaches to the character before it; a prepended mark (Prepend)
+// to the character after it, unless that one is a control. Other characters join a neighbour
+// only when that neighbour says so (or by rules among non-ASCII characters: Hangul, flags,
+// emoji sequences, Indic conjuncts).
+bool extendsPrecedingCharacter(char32_t c);
+bool prefixesFollowingCharacter(char32_t c);
+
 // Each word with its first letter in title case and the rest in lower case.
 std::string capitalizedString(std::string_view text);
 

@@ -37,6 +37,8 @@ void addFormatCommands(CLI::App& app, ToolContext& context);    // format, headi
 void addHeadingCommands(CLI::App& app, ToolContext& context);   // heading, bearing
 void addStringsCommands(CLI::App& app, ToolContext& context);   // strings
 void addFilesCommands(CLI::App& app, ToolContext& context);     // zip, files, disk, memory
+// color, sequence, sanitize, image
+void addPersistenceCommands(CLI::App& app, ToolContext& context);
 
 }  // namespace qm::tool
 

@@ -44,6 +44,7 @@ int main(int argc, char** argv) {
   qm::tool::addFormatCommands(app, context);
   qm::tool::addStringsCommands(app, context);
   qm::tool::addFilesCommands(app, context);
+  qm::tool::addPersistenceCommands(app, context);
 
   try {
     app.parse(argc, argv);

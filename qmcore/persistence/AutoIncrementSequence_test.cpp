@@ -1,0 +1,102 @@
+#include "qmcore/persistence/AutoIncrementSequence.hpp"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "qmcore/persistence/internal/DebugLogCapture.hpp"
+#include "qmcore/platform/SettingsStore.hpp"
+#include "qmcore/testing/FakeEnv.hpp"
+#include "qmcore/testing/ScopedLocale.hpp"
+
+namespace qm {
+namespace {
+
+class AutoIncrementSequenceTest : public ::testing::Test {
+ protected:
+  ::qm::testing::FakeEnv env_;
+  std::shared_ptr<SettingsStore> store_ = env_.standardSettings();
+};
+
+TEST_F(AutoIncrementSequenceTest, AnUnknownCodeGivesTheDefaultAndWritesNothing) {
+  const AutoIncrementSequence s = AutoIncrementSequence::sequenceForCode(env_, "inv");
+  EXPECT_EQ(s, (AutoIncrementSequence{1, 1, 0, "inv", 1}));
+  AutoIncrementSequence::resetSequenceWithCode(env_, "inv");
+  EXPECT_TRUE(store_->dictionaryRepresentation().empty());
+}
+
+TEST_F(AutoIncrementSequenceTest, SavedRecordsAreJsonUnderTheVerbatimCodeKey) {
+  const AutoIncrementSequence s{5, 2, 3, "a b/c", 42};
+  AutoIncrementSequence::saveSequence(env_, s);
+  const std::optional<std::string> text = store_->stringForKey("QMSequenceStorageBaseKey_a b/c");
+  ASSERT_TRUE(text);
+  EXPECT_EQ(
+      nlohmann::json::parse(*text),
+      nlohmann::json::parse(R"({"start":5,"step":2,"leadingZeroes":3,"code":"a b/c","value":42})"));
+  EXPECT_EQ(text->find("\\/"), std::string::npos) << "slashes stay unescaped";
+  EXPECT_EQ(AutoIncrementSequence::sequenceForCode(env_, "a b/c"), s);
+
+  AutoIncrementSequence::resetSequenceWithCode(env_, "a b/c");
+  EXPECT_EQ(AutoIncrementSequence::sequenceForCode(env_, "a b/c").value, 5);
+}
+
+TEST_F(AutoIncrementSequenceTest, TheStoredCodeWinsOverTheRequestedOne) {
+  store_->setObject("QMSequenceStorageBaseKey_x",
+                    R"({"start":1,"step":1,"leadingZeroes":0,"code":"other","value":9})");
+  EXPECT_EQ(AutoIncrementSequence::sequenceForCode(env_, "x").code, "other");
+  // A reset saves under the record's own code.
+  AutoIncrementSequence::resetSequenceWithCode(env_, "x");
+  EXPECT_EQ(AutoIncrementSequence::sequenceForCode(env_, "other").value, 1);
+}
+
+TEST_F(AutoIncrementSequenceTest, UnreadableRecordsGiveTheDefaultWithOneLogLineAndStay) {
+  const struct {
+    const char* name;
+    SettingsValue stored;
+  } cases[] = {
+      {"no leadingZeroes", R"({"start":1,"step":1,"code":"c","value":3})"},
+      {"not JSON", "{"},
+      {"value as text", R"({"start":1,"step":1,"leadingZeroes":0,"code":"c","value":"3"})"},
+      {"a number", SettingsValue(12)},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.name);
+    store_->setObject("QMSequenceStorageBaseKey_c", c.stored);
+    internal::ScopedLogCapture log;
+    EXPECT_EQ(AutoIncrementSequence::sequenceForCode(env_, "c"),
+              AutoIncrementSequence::defaultSequence("c"));
+    AutoIncrementSequence::resetSequenceWithCode(env_, "c");
+    EXPECT_EQ(store_->objectForKey("QMSequenceStorageBaseKey_c"), c.stored);
+    if (!kQMEnableDebugLog) continue;
+    ASSERT_EQ(log.lines().size(), 2u);  // one per read
+    EXPECT_THAT(log.lines()[0], ::testing::StartsWith("Error on decoding from json "));
+    EXPECT_THAT(log.lines()[0], ::testing::EndsWith(", target type: AutoIncrementSequence"));
+  }
+}
+
+TEST_F(AutoIncrementSequenceTest, FormattedValuesPadWithoutGrouping) {
+  const ::qm::testing::ScopedLocale locale("en_US");
+  const struct {
+    std::int64_t value, zeroes;
+    const char* text;
+  } cases[] = {{7, 3, "007"}, {12345, 0, "12345"}, {12345, 3, "12345"}, {1234567, 10, "0001234567"},
+               {0, 1, "0"},   {-7, 3, "-007"},     {5, -2, "5"}};
+  for (const auto& c : cases) {
+    AutoIncrementSequence s = AutoIncrementSequence::defaultSequence("f");
+    s.value = c.value;
+    s.leadingZeroes = c.zeroes;
+    EXPECT_EQ(s.formattedValue(), c.text) << c.value << " " << c.zeroes;
+  }
+}
+
+TEST_F(AutoIncrementSequenceTest, TheDescriptionUsesTheTableWords) {
+  const AutoIncrementSequence s{1000, 25, 5, "d", 1234};
+  {
+    const ::qm::testing::ScopedLocale locale("en_US");
+    EXPECT_EQ(s.localizedDescription(), "Value: 01234 (start: 1000, step: 25)");
+  }
+  const ::qm::testing::ScopedLocale locale("de_DE");
+  EXPECT_EQ(s.localizedDescription(), "Wert: 01234 (Start: 1000, Schritt: 25)");
+}
+
+}  // namespace
+}  // namespace qm

@@ -1,0 +1,182 @@
+#include "qmcore/platform/ImageCodec.hpp"
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <vector>
+
+#include "qmcore/platform/Error.hpp"
+#include "qmcore/testing/FakeEnv.hpp"
+
+namespace qm {
+namespace {
+
+using Bytes = std::vector<std::uint8_t>;
+
+// A picture with every channel varying, alpha included.
+Image gradient(std::uint32_t width, std::uint32_t height) {
+  Bytes rgba;
+  for (std::uint32_t y = 0; y < height; ++y) {
+    for (std::uint32_t x = 0; x < width; ++x) {
+      rgba.insert(
+          rgba.end(),
+          {static_cast<std::uint8_t>(x * 255 / width), static_cast<std::uint8_t>(y * 255 / height),
+           static_cast<std::uint8_t>((x + y) % 256), static_cast<std::uint8_t>(255 - x % 256)});
+    }
+  }
+  return Image(width, height, std::move(rgba));
+}
+
+class ImageCodecTest : public ::testing::Test {
+ protected:
+  std::filesystem::path write(const std::string& name, const Bytes& bytes) {
+    const std::filesystem::path path = env_.temporaryDirectory() / name;
+    std::ofstream(path, std::ios::binary)
+        .write(reinterpret_cast<const char*>(bytes.data()),
+               static_cast<std::streamsize>(bytes.size()));
+    return path;
+  }
+  Bytes read(const std::filesystem::path& path) {
+    std::ifstream in(path, std::ios::binary);
+    return Bytes(std::istreambuf_iterator<char>(in), {});
+  }
+  // Runs a shell command; its exit status.
+  static int run(const std::string& command) { return std::system(command.c_str()); }
+
+  ::qm::testing::FakeEnv env_;
+};
+
+// python3's zlib and struct read our PNG back, filters and all, and must find the same pixels.
+TEST_F(ImageCodecTest, PngIsLosslessAsAnotherReaderSeesIt) {
+  const Image image = gradient(37, 11);
+  const std::optional<Bytes> png = encodePNG(image);
+  ASSERT_TRUE(png);
+  const auto file = write("a.png", *png);
+  const auto raw = write("a.rgba", image.rgba());
+  const char* script = R"PY(
+import struct, sys, zlib
+data = open(sys.argv[1], 'rb').read()
+assert data[:8] == b'\x89PNG\r\n\x1a\n'
+pos, idat, ihdr = 8, b'', None
+while pos < len(data):
+    n, kind = struct.unpack('>I4s', data[pos:pos + 8])
+    body = data[pos + 8:pos + 8 + n]
+    assert zlib.crc32(kind + body) == struct.unpack('>I', data[pos + 8 + n:pos + 12 + n])[0]
+    if kind == b'IHDR': ihdr = struct.unpack('>IIBBBBB', body)
+    if kind == b'IDAT': idat += body
+    pos += 12 + n
+w, h, depth, colour = ihdr[:4]
+assert depth == 8 and colour == 6, ihdr
+raw, out, prev, bpp = zlib.decompress(idat), bytearray(), bytearray(w * 4), 4
+for y in range(h):
+    f, line = raw[y * (w * 4 + 1)], bytearray(raw[y * (w * 4 + 1) + 1:(y + 1) * (w * 4 + 1)])
+    for i in range(len(line)):
+        a = line[i - bpp] if i >= bpp else 0
+        b, c = prev[i], prev[i - bpp] if i >= bpp else 0
+        if f == 1: line[i] = (line[i] + a) & 255
+        elif f == 2: line[i] = (line[i] + b) & 255
+        elif f == 3: line[i] = (line[i] + (a + b) // 2) & 255
+        elif f == 4:
+            p = a + b - c; pa, pb, pc = abs(p - a), abs(p - b), abs(p - c)
+            line[i] = (line[i] + (a if pa <= pb and pa <= pc else b if pb <= pc else c)) & 255
+    out += line; prev = line
+sys.exit(0 if (w, h) == (37, 11) and bytes(out) == open(sys.argv[2], 'rb').read() else 1)
+)PY";
+  const auto py = write("check.py", Bytes(script, script + std::strlen(script)));
+  EXPECT_EQ(run("python3 " + py.string() + " " + file.string() + " " + raw.string()), 0);
+  EXPECT_EQ(decodeImage(*png), image);
+}
+
+// djpeg (libjpeg-turbo's own program) reads our JPEG; cjpeg writes one that we read.
+TEST_F(ImageCodecTest, JpegIsReadByAnotherReaderAndHigherQualityIsCloser) {
+  const Image image = gradient(64, 48);
+  long previousError = -1;
+  std::size_t previousSize = 0;
+  for (const double quality : {1.0, 0.5, 0.0}) {
+    SCOPED_TRACE(quality);
+    const std::optional<Bytes> jpeg = encodeJPEG(image, quality);
+    ASSERT_TRUE(jpeg);
+    const auto file = write("q.jpg", *jpeg);
+    ASSERT_EQ(run("djpeg -outfile " + (env_.temporaryDirectory() / "q.ppm").string() + " " +
+                  file.string()),
+              0);
+    const Bytes ppm = read(env_.temporaryDirectory() / "q.ppm");
+    const std::string header = "P6\n64 48\n255\n";
+    ASSERT_GE(ppm.size(), header.size() + 64 * 48 * 3);
+    ASSERT_EQ(std::string(ppm.begin(), ppm.begin() + header.size()), header);
+    long error = 0;
+    for (std::size_t i = 0; i < 64 * 48; ++i) {
+      for (int c = 0; c < 3; ++c) {
+        error += std::abs(int(ppm[header.size() + i * 3 + c]) - int(image.rgba()[i * 4 + c]));
+      }
+    }
+    EXPECT_GT(error, previousError);  // lower quality, further from the picture
+    EXPECT_LT(jpeg->size(), previousSize == 0 ? SIZE_MAX : previousSize);
+    previousError = error;
+    previousSize = jpeg->size();
+    // Decoded by us: the same size, opaque.
+    const Image back = decodeImage(*jpeg);
+    EXPECT_EQ(back.width(), 64u);
+    EXPECT_EQ(back.height(), 48u);
+    EXPECT_EQ(back.rgba()[3], 255);
+  }
+  const auto ppm = write("in.ppm", [] {
+    std::string text = "P6\n3 2\n255\n";
+    text += std::string(18, '\xC8');
+    return Bytes(text.begin(), text.end());
+  }());
+  const auto jpg = env_.temporaryDirectory() / "in.jpg";
+  ASSERT_EQ(run("cjpeg -quality 100 -outfile " + jpg.string() + " " + ppm.string()), 0);
+  const Image fromCjpeg = decodeImage(read(jpg));
+  ASSERT_EQ(fromCjpeg.width(), 3u);
+  ASSERT_EQ(fromCjpeg.height(), 2u);
+  EXPECT_NEAR(fromCjpeg.rgba()[0], 0xC8, 2);
+}
+
+TEST_F(ImageCodecTest, DamagedOrForeignDataIsAClearError) {
+  const Bytes png = *encodePNG(gradient(20, 20));
+  const Bytes jpeg = *encodeJPEG(gradient(20, 20), 0.9);
+  Bytes flipped = png;
+  flipped[png.size() / 2] ^= 0xFF;
+  const struct {
+    const char* name;
+    Bytes bytes;
+    std::int64_t code;
+  } cases[] = {
+      {"empty", {}, 3},
+      {"text", {'h', 'i'}, 3},
+      {"PNG signature only", Bytes(png.begin(), png.begin() + 8), 1},
+      {"PNG cut in half", Bytes(png.begin(), png.begin() + png.size() / 2), 1},
+      {"PNG with a damaged byte", flipped, 1},
+      {"JPEG start marker only", {0xFF, 0xD8}, 2},
+      {"JPEG cut in half", Bytes(jpeg.begin(), jpeg.begin() + jpeg.size() / 2), 2},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.name);
+    try {
+      decodeImage(c.bytes);
+      ADD_FAILURE() << "decoded";
+    } catch (const ErrorException& e) {
+      EXPECT_EQ(e.error().domain(), kImageCodecErrorDomain);
+      EXPECT_EQ(e.error().code(), c.code);
+      EXPECT_FALSE(e.error().localizedDescription().empty());
+    }
+  }
+}
+
+TEST_F(ImageCodecTest, EmptyOrMisshapenImagesEncodeToNothing) {
+  EXPECT_EQ(encodePNG(Image(0, 0, {})), std::nullopt);
+  EXPECT_EQ(encodeJPEG(Image(0, 0, {}), 1), std::nullopt);
+  const Image misshapen(2, 2, Bytes(3));
+  EXPECT_TRUE(misshapen.empty());
+  EXPECT_EQ(encodePNG(misshapen), std::nullopt);
+}
+
+}  // namespace
+}  // namespace qm
