@@ -36,6 +36,7 @@ void addTextCommands(CLI::App& app, ToolContext& context);      // time, filesiz
 void addFormatCommands(CLI::App& app, ToolContext& context);    // format, heading, bearing
 void addHeadingCommands(CLI::App& app, ToolContext& context);   // heading, bearing
 void addStringsCommands(CLI::App& app, ToolContext& context);   // strings
+void addGeoCommands(CLI::App& app, ToolContext& context);  // region, zoom, address, coordinates
 
 }  // namespace qm::tool
 

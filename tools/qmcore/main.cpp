@@ -42,6 +42,7 @@ int main(int argc, char** argv) {
   qm::tool::addTextCommands(app, context);
   qm::tool::addFormatCommands(app, context);
   qm::tool::addStringsCommands(app, context);
+  qm::tool::addGeoCommands(app, context);
 
   try {
     app.parse(argc, argv);
