@@ -20,6 +20,49 @@ MKCoordinateRegion boxRegion(double minLatitude, double maxLatitude, double minL
           {latitudeDelta, longitudeDelta}};
 }
 
+// Running minima and maxima of a track, the longitudes both as given and moved into [0, 360).
+struct Bounds {
+  explicit Bounds(const CLLocationCoordinate2D& c)
+      : minLatitude(c.latitude),
+        maxLatitude(c.latitude),
+        minLongitude(c.longitude),
+        maxLongitude(c.longitude),
+        minShifted(shifted(c.longitude)),
+        maxShifted(minShifted),
+        nanLatitude(c.latitude != c.latitude),
+        nanLongitude(c.longitude != c.longitude) {}
+
+  static double shifted(double longitude) {
+    return longitude < 0.0 ? longitude + 360.0 : longitude;
+  }
+
+  void add(const CLLocationCoordinate2D& c) {
+    const double s = shifted(c.longitude);
+    minLatitude = c.latitude < minLatitude ? c.latitude : minLatitude;
+    maxLatitude = c.latitude > maxLatitude ? c.latitude : maxLatitude;
+    minLongitude = c.longitude < minLongitude ? c.longitude : minLongitude;
+    maxLongitude = c.longitude > maxLongitude ? c.longitude : maxLongitude;
+    minShifted = s < minShifted ? s : minShifted;
+    maxShifted = s > maxShifted ? s : maxShifted;
+    nanLatitude |= c.latitude != c.latitude;
+    nanLongitude |= c.longitude != c.longitude;
+  }
+
+  void merge(const Bounds& other) {
+    minLatitude = other.minLatitude < minLatitude ? other.minLatitude : minLatitude;
+    maxLatitude = other.maxLatitude > maxLatitude ? other.maxLatitude : maxLatitude;
+    minLongitude = other.minLongitude < minLongitude ? other.minLongitude : minLongitude;
+    maxLongitude = other.maxLongitude > maxLongitude ? other.maxLongitude : maxLongitude;
+    minShifted = other.minShifted < minShifted ? other.minShifted : minShifted;
+    maxShifted = other.maxShifted > maxShifted ? other.maxShifted : maxShifted;
+    nanLatitude |= other.nanLatitude;
+    nanLongitude |= other.nanLongitude;
+  }
+
+  double minLatitude, maxLatitude, minLongitude, maxLongitude, minShifted, maxShifted;
+  bool nanLatitude, nanLongitude;
+};
+
 }  // namespace
 
 std::optional<MKCoordinateRegion> MKCoordinateRegion::fromCoordinates(
@@ -28,32 +71,27 @@ std::optional<MKCoordinateRegion> MKCoordinateRegion::fromCoordinates(
   if (coordinates.size() == 1) return MKCoordinateRegion{coordinates.front(), kSinglePointSpan};
 
   // Both candidates in one sweep: they share the latitudes and differ only in the longitudes.
-  const CLLocationCoordinate2D& first = coordinates.front();
-  double minLatitude = first.latitude;
-  double maxLatitude = first.latitude;
-  double minLongitude = first.longitude;
-  double maxLongitude = first.longitude;
-  double minShifted = first.longitude < 0.0 ? first.longitude + 360.0 : first.longitude;
-  double maxShifted = minShifted;
-  bool nanLatitude = false;
-  bool nanLongitude = false;
-  for (const CLLocationCoordinate2D& c : coordinates.subspan(1)) {
-    const double shifted = c.longitude < 0.0 ? c.longitude + 360.0 : c.longitude;
-    minLatitude = c.latitude < minLatitude ? c.latitude : minLatitude;
-    maxLatitude = c.latitude > maxLatitude ? c.latitude : maxLatitude;
-    minLongitude = c.longitude < minLongitude ? c.longitude : minLongitude;
-    maxLongitude = c.longitude > maxLongitude ? c.longitude : maxLongitude;
-    minShifted = shifted < minShifted ? shifted : minShifted;
-    maxShifted = shifted > maxShifted ? shifted : maxShifted;
-    nanLatitude |= c.latitude != c.latitude;
-    nanLongitude |= c.longitude != c.longitude;
+  // Two interleaved lanes of accumulators halve the chains of dependent comparisons.
+  Bounds lanes[2] = {Bounds(coordinates.front()), Bounds(coordinates.front())};
+  const std::size_t count = coordinates.size();
+  std::size_t i = 1;
+  for (; i + 1 < count; i += 2) {
+    lanes[0].add(coordinates[i]);
+    lanes[1].add(coordinates[i + 1]);
   }
-  // Comparisons skip a NaN that is not first; make every NaN count, wherever it is.
+  if (i < count) lanes[0].add(coordinates[i]);
+  Bounds bounds = lanes[0];
+  bounds.merge(lanes[1]);
+  // Comparisons skip NaN; make every NaN count, wherever it is.
   constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-  if (nanLatitude || std::isnan(first.latitude)) minLatitude = maxLatitude = kNaN;
-  if (nanLongitude || std::isnan(first.longitude)) {
-    minLongitude = maxLongitude = minShifted = maxShifted = kNaN;
-  }
+  double minLatitude = bounds.minLatitude;
+  double maxLatitude = bounds.maxLatitude;
+  double minLongitude = bounds.minLongitude;
+  double maxLongitude = bounds.maxLongitude;
+  double minShifted = bounds.minShifted;
+  double maxShifted = bounds.maxShifted;
+  if (bounds.nanLatitude) minLatitude = maxLatitude = kNaN;
+  if (bounds.nanLongitude) minLongitude = maxLongitude = minShifted = maxShifted = kNaN;
 
   const MKCoordinateRegion plain = boxRegion(minLatitude, maxLatitude, minLongitude, maxLongitude);
   MKCoordinateRegion shifted = boxRegion(minLatitude, maxLatitude, minShifted, maxShifted);
