@@ -39,6 +39,7 @@ void addStringsCommands(CLI::App& app, ToolContext& context);   // strings
 void addFilesCommands(CLI::App& app, ToolContext& context);     // zip, files, disk, memory
 // color, sequence, sanitize, image
 void addPersistenceCommands(CLI::App& app, ToolContext& context);
+void addGeoCommands(CLI::App& app, ToolContext& context);  // region, zoom, address, coordinates
 
 }  // namespace qm::tool
 

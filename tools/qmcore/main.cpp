@@ -45,6 +45,7 @@ int main(int argc, char** argv) {
   qm::tool::addStringsCommands(app, context);
   qm::tool::addFilesCommands(app, context);
   qm::tool::addPersistenceCommands(app, context);
+  qm::tool::addGeoCommands(app, context);
 
   try {
     app.parse(argc, argv);
