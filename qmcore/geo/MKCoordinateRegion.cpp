@@ -80,21 +80,16 @@ std::optional<MKCoordinateRegion> MKCoordinateRegion::fromCoordinates(
     lanes[1].add(coordinates[i + 1]);
   }
   if (i < count) lanes[0].add(coordinates[i]);
-  Bounds bounds = lanes[0];
-  bounds.merge(lanes[1]);
+  Bounds b = lanes[0];
+  b.merge(lanes[1]);
   // Comparisons skip NaN; make every NaN count, wherever it is.
   constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-  double minLatitude = bounds.minLatitude;
-  double maxLatitude = bounds.maxLatitude;
-  double minLongitude = bounds.minLongitude;
-  double maxLongitude = bounds.maxLongitude;
-  double minShifted = bounds.minShifted;
-  double maxShifted = bounds.maxShifted;
-  if (bounds.nanLatitude) minLatitude = maxLatitude = kNaN;
-  if (bounds.nanLongitude) minLongitude = maxLongitude = minShifted = maxShifted = kNaN;
+  if (b.nanLatitude) b.minLatitude = b.maxLatitude = kNaN;
+  if (b.nanLongitude) b.minLongitude = b.maxLongitude = b.minShifted = b.maxShifted = kNaN;
 
-  const MKCoordinateRegion plain = boxRegion(minLatitude, maxLatitude, minLongitude, maxLongitude);
-  MKCoordinateRegion shifted = boxRegion(minLatitude, maxLatitude, minShifted, maxShifted);
+  const MKCoordinateRegion plain =
+      boxRegion(b.minLatitude, b.maxLatitude, b.minLongitude, b.maxLongitude);
+  MKCoordinateRegion shifted = boxRegion(b.minLatitude, b.maxLatitude, b.minShifted, b.maxShifted);
   if (shifted.center.longitude > 180.0) shifted.center.longitude -= 360.0;
   return shifted.span.longitudeDelta < plain.span.longitudeDelta ? shifted : plain;
 }
