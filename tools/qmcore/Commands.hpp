@@ -17,6 +17,8 @@ struct ToolContext {
   std::optional<std::string> settingsPath;
   // --json: print each result as one JSON object on a line of its own instead of the text.
   bool json = false;
+  // The tool's exit status when the command ran: a command whose request failed sets 1.
+  int exitStatus = 0;
 };
 
 // Thrown by a subcommand for bad input; the tool prints the message as one line on stderr and
@@ -35,6 +37,7 @@ void addDateCommands(CLI::App& app, ToolContext& context);      // date
 void addTextCommands(CLI::App& app, ToolContext& context);      // time, filesize
 void addFormatCommands(CLI::App& app, ToolContext& context);    // format, heading, bearing
 void addHeadingCommands(CLI::App& app, ToolContext& context);   // heading, bearing
+void addDownloadCommands(CLI::App& app, ToolContext& context);  // get, post, download, sign, md5
 
 }  // namespace qm::tool
 

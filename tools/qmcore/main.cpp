@@ -41,6 +41,7 @@ int main(int argc, char** argv) {
   qm::tool::addDateCommands(app, context);
   qm::tool::addTextCommands(app, context);
   qm::tool::addFormatCommands(app, context);
+  qm::tool::addDownloadCommands(app, context);
 
   try {
     app.parse(argc, argv);
@@ -55,5 +56,5 @@ int main(int argc, char** argv) {
     std::fprintf(stderr, "qmcore: %s\n", e.what());
     return 2;
   }
-  return 0;
+  return context.exitStatus;
 }
