@@ -118,19 +118,17 @@ HttpResult sendHttpRequest(const HttpRequest& request) {
     }
   }
 
-  curl_slist* fields = nullptr;
-  for (const auto& [name, value] : request.headerFields) {
-    curl_slist* const grown = curl_slist_append(fields, (name + ": " + value).c_str());
-    if (grown == nullptr) {
-      curl_slist_free_all(fields);
-      throw std::bad_alloc();
-    }
-    fields = grown;
-  }
+  std::unique_ptr<curl_slist, ListDeleter> fields;
+  const auto appendField = [&fields](const std::string& line) {
+    curl_slist* const grown = curl_slist_append(fields.get(), line.c_str());
+    if (grown == nullptr) throw std::bad_alloc();
+    fields.release();  // now owned through `grown`
+    fields.reset(grown);
+  };
+  for (const auto& [name, value] : request.headerFields) appendField(name + ": " + value);
   // The platform sends a body at once, without waiting for "100 Continue".
-  if (request.body.has_value()) fields = curl_slist_append(fields, "Expect:");
-  const std::unique_ptr<curl_slist, ListDeleter> ownedFields(fields);
-  if (fields != nullptr) curl_easy_setopt(handle, CURLOPT_HTTPHEADER, fields);
+  if (request.body.has_value()) appendField("Expect:");
+  if (fields != nullptr) curl_easy_setopt(handle, CURLOPT_HTTPHEADER, fields.get());
 
   const CURLcode code = curl_easy_perform(handle);
   HttpResult result;
