@@ -17,6 +17,8 @@ struct ToolContext {
   std::optional<std::string> settingsPath;
   // --json: print each result as one JSON object on a line of its own instead of the text.
   bool json = false;
+  // The tool's exit status when the command ran: a command whose request failed sets 1.
+  int exitStatus = 0;
 };
 
 // Thrown by a subcommand for bad input; the tool prints the message as one line on stderr and
@@ -40,6 +42,7 @@ void addFilesCommands(CLI::App& app, ToolContext& context);     // zip, files, d
 // color, sequence, sanitize, image
 void addPersistenceCommands(CLI::App& app, ToolContext& context);
 void addGeoCommands(CLI::App& app, ToolContext& context);  // region, zoom, address, coordinates
+void addDownloadCommands(CLI::App& app, ToolContext& context);  // get, post, download, sign, md5
 
 }  // namespace qm::tool
 

@@ -46,6 +46,7 @@ int main(int argc, char** argv) {
   qm::tool::addFilesCommands(app, context);
   qm::tool::addPersistenceCommands(app, context);
   qm::tool::addGeoCommands(app, context);
+  qm::tool::addDownloadCommands(app, context);
 
   try {
     app.parse(argc, argv);
@@ -64,5 +65,5 @@ int main(int argc, char** argv) {
     std::fprintf(stderr, "qmcore: %s\n", e.error().description().c_str());
     return 1;
   }
-  return 0;
+  return context.exitStatus;
 }

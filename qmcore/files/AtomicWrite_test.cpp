@@ -1,0 +1,61 @@
+#include "qmcore/files/AtomicWrite.hpp"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <sstream>
+
+#include "qmcore/testing/FakeEnv.hpp"
+
+namespace qm {
+namespace {
+
+std::string contents(const std::filesystem::path& path) {
+  std::ifstream in(path, std::ios::binary);
+  std::ostringstream out;
+  out << in.rdbuf();
+  return out.str();
+}
+
+std::size_t entries(const std::filesystem::path& folder) {
+  std::size_t count = 0;
+  for ([[maybe_unused]] const auto& entry : std::filesystem::directory_iterator(folder)) ++count;
+  return count;
+}
+
+TEST(AtomicWriteTest, WritesNewFilesAndReplacesOldOnesWhole) {
+  testing::FakeEnv env;
+  const auto path = env.temporaryDirectory() / "a.bin";
+  for (const std::string& data : {std::string("first"), std::string("a\0b", 3), std::string()}) {
+    ASSERT_FALSE(writeDataAtomically(path, data).has_value());
+    EXPECT_EQ(contents(path), data);
+    EXPECT_EQ(entries(env.temporaryDirectory()), 1u);  // no temporary file left beside it
+  }
+}
+
+TEST(AtomicWriteTest, FailuresLeaveTheFolderAsItWas) {
+  testing::FakeEnv env;
+  const auto folder = env.temporaryDirectory();
+  std::filesystem::create_directories(folder / "taken" / "inner");
+  ASSERT_FALSE(writeDataAtomically(folder / "file", "old").has_value());
+  const struct {
+    std::filesystem::path path;
+    int code;
+  } cases[] = {
+      {folder / "taken", EISDIR},            // a folder is never replaced by a file
+      {folder / "no" / "such.txt", ENOENT},  // nor are folders made on the way
+      {folder / "file" / "x", ENOTDIR},
+  };
+  for (const auto& c : cases) {
+    const auto error = writeDataAtomically(c.path, "new");
+    ASSERT_TRUE(error.has_value()) << c.path;
+    EXPECT_EQ(error->domain(), kPosixErrorDomain);
+    EXPECT_EQ(error->code(), c.code) << c.path;
+  }
+  EXPECT_TRUE(std::filesystem::is_directory(folder / "taken" / "inner"));
+  EXPECT_EQ(contents(folder / "file"), "old");
+  EXPECT_EQ(entries(folder), 2u);
+}
+
+}  // namespace
+}  // namespace qm
