@@ -35,6 +35,10 @@ void addDateCommands(CLI::App& app, ToolContext& context);      // date
 void addTextCommands(CLI::App& app, ToolContext& context);      // time, filesize
 void addFormatCommands(CLI::App& app, ToolContext& context);    // format, heading, bearing
 void addHeadingCommands(CLI::App& app, ToolContext& context);   // heading, bearing
+void addLogCommands(CLI::App& app, ToolContext& context);       // log
+
+// Waits for the file logger's queued work, so that nothing queued is lost when the tool exits.
+void finishLogging();
 
 }  // namespace qm::tool
 

@@ -41,9 +41,11 @@ int main(int argc, char** argv) {
   qm::tool::addDateCommands(app, context);
   qm::tool::addTextCommands(app, context);
   qm::tool::addFormatCommands(app, context);
+  qm::tool::addLogCommands(app, context);
 
   try {
     app.parse(argc, argv);
+    qm::tool::finishLogging();
   } catch (const CLI::CallForHelp& e) {
     return app.exit(e);
   } catch (const CLI::CallForAllHelp& e) {
