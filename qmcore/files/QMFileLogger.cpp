@@ -21,12 +21,33 @@ namespace fs = std::filesystem;
 using internal::errorDescription;
 using internal::fileURLDescription;
 
+// Appends waiting for one queued task. Names and messages are kept in one text, so that an
+// append costs no allocation of its own once the batch has grown.
 struct QMFileLogger::AppendBatch {
   struct Line {
-    std::string fileName;
-    std::string message;
+    std::size_t nameBegin, nameSize, messageBegin, messageSize;
   };
+  std::string text;
   std::vector<Line> lines;
+
+  void add(std::string_view fileName, std::string_view message) {
+    Line line{0, fileName.size(), 0, message.size()};
+    if (!lines.empty() && name(lines.back()) == fileName) {
+      line.nameBegin = lines.back().nameBegin;
+    } else {
+      line.nameBegin = text.size();
+      text += fileName;
+    }
+    line.messageBegin = text.size();
+    text += message;
+    lines.push_back(line);
+  }
+  std::string_view name(const Line& line) const {
+    return std::string_view(text).substr(line.nameBegin, line.nameSize);
+  }
+  std::string_view message(const Line& line) const {
+    return std::string_view(text).substr(line.messageBegin, line.messageSize);
+  }
 };
 
 namespace {
@@ -94,10 +115,10 @@ void QMFileLogger::logTofile(std::string_view fileName, std::optional<std::strin
   if (!message || !kQMEnableDebugLog) return;
   const std::lock_guard lock(batchMutex_);
   if (openBatch_ == nullptr) {
-    openBatch_ = std::make_shared<AppendBatch>();
+    openBatch_ = spareBatch_ != nullptr ? std::move(spareBatch_) : std::make_shared<AppendBatch>();
     queue_->async([this, batch = openBatch_] { writeBatch(batch); });
   }
-  openBatch_->lines.push_back({std::string(fileName), std::string(*message)});
+  openBatch_->add(fileName, *message);
 }
 
 void QMFileLogger::submit(SerialQueue::Task task) {
@@ -108,19 +129,19 @@ void QMFileLogger::submit(SerialQueue::Task task) {
 }
 
 void QMFileLogger::writeBatch(const std::shared_ptr<AppendBatch>& batch) {
-  std::vector<AppendBatch::Line> lines;
   {
+    // From here on no append joins the batch.
     const std::lock_guard lock(batchMutex_);
     if (openBatch_ == batch) openBatch_ = nullptr;
-    lines = std::move(batch->lines);
   }
+  const std::vector<AppendBatch::Line>& lines = batch->lines;
   LineTimeText time;
   std::string bytes;
   // One open and one write for each run of lines to the same file.
   for (std::size_t first = 0; first < lines.size();) {
+    const std::string_view name = batch->name(lines[first]);
     std::size_t end = first + 1;
-    while (end < lines.size() && lines[end].fileName == lines[first].fileName) ++end;
-    const std::string path = logPathForLogName(lines[first].fileName);
+    while (end < lines.size() && batch->name(lines[end]) == name) ++end;
     bytes.clear();
     for (std::size_t i = first; i < end; ++i) {
       const std::string& stamp = time.at(env_.now());
@@ -128,12 +149,17 @@ void QMFileLogger::writeBatch(const std::shared_ptr<AppendBatch>& batch) {
       if (stamp.empty()) continue;
       bytes += stamp;
       bytes += " - ";
-      bytes += lines[i].message;
+      bytes += batch->message(lines[i]);
       bytes += '\n';
     }
-    internal::appendToLogFile(path, bytes, end - first);
+    internal::appendToLogFile(logPathForLogName(name), bytes, end - first);
     first = end;
   }
+  // Keep the batch's memory for the next one.
+  batch->text.clear();
+  batch->lines.clear();
+  const std::lock_guard lock(batchMutex_);
+  if (spareBatch_ == nullptr) spareBatch_ = batch;
 }
 
 void QMFileLogger::resetLog(std::string_view logName) {

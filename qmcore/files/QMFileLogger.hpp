@@ -126,6 +126,8 @@ class QMFileLogger {
   // write, with the same result as one by one.
   std::mutex batchMutex_;
   std::shared_ptr<AppendBatch> openBatch_;
+  // A written batch kept for reuse.
+  std::shared_ptr<AppendBatch> spareBatch_;
   // Last: destroyed first, so their tasks finish while the members above still exist.
   std::unique_ptr<SerialQueue> cleanupQueue_;
   std::unique_ptr<SerialQueue> queue_;
