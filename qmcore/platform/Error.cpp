@@ -32,6 +32,26 @@ std::optional<std::string> Error::localizedFailureReason() const {
   return std::nullopt;
 }
 
+std::optional<Error> Error::leafUnderlyingError() const {
+  const Error* current = this;
+  while (current->underlying_ != nullptr) current = current->underlying_.get();
+  return *current;
+}
+
+std::optional<std::string> Error::errorRundownText() const {
+  std::string text = localizedDescription();
+  for (const Error* under = underlying_.get(); under != nullptr; under = under->underlying_.get()) {
+    text += ", ";
+    text += under->localizedDescription();
+    if (const std::optional<std::string> reason = under->localizedFailureReason()) {
+      text += ": ";
+      text += *reason;
+      text += '.';
+    }
+  }
+  return text;
+}
+
 ErrorException::ErrorException(Error error)
     : std::runtime_error(error.localizedDescription()), error_(std::move(error)) {}
 

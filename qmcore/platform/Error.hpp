@@ -38,6 +38,14 @@ class Error {
   // The error that caused this one, if any.
   const std::shared_ptr<const Error>& underlyingError() const { return underlying_; }
 
+  // The deepest error of the chain of underlying errors: this error itself when it has none.
+  // Always present; optional only because callers treat the answer as possibly absent.
+  std::optional<Error> leafUnderlyingError() const;
+  // The chain in one text: this error's description, then for each underlying error ", " and
+  // its description, followed by ": <reason>." when it has a failure reason. This error's own
+  // failure reason is left out: A over B (reason R) gives "A, B: R.".
+  std::optional<std::string> errorRundownText() const;
+
  private:
   std::string domain_;
   std::int64_t code_;

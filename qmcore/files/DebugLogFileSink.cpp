@@ -1,0 +1,12 @@
+// The facade's default file sink. The file logger plugs in here: this is the only function
+// that changes when it does, so callers of `debuglog` never see the connection.
+
+#include "qmcore/files/DebugLog.hpp"
+
+namespace qm::internal {
+
+void appendToDebugLogFile(std::string_view /*fileName*/, std::string /*message*/) {
+  // No file logger is linked yet: the console line is the only output.
+}
+
+}  // namespace qm::internal

@@ -1,0 +1,65 @@
+#include "qmcore/platform/Error.hpp"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace qm {
+namespace {
+
+// One link of a chain: description and failure reason ("" for none).
+struct Link {
+  std::string description;
+  std::string reason;
+};
+
+// Builds the chain top first: links[0] is the outermost error.
+Error makeChain(const std::vector<Link>& links) {
+  std::shared_ptr<const Error> below;
+  for (auto it = links.rbegin(); it != links.rend(); ++it) {
+    const auto depth = static_cast<std::int64_t>(links.rend() - it - 1);
+    below = std::make_shared<const Error>("test", depth, it->description, it->reason, below);
+  }
+  return *below;
+}
+
+struct ChainCase {
+  std::vector<Link> links;
+  std::string rundown;
+  std::int64_t leafCode;
+};
+
+class ErrorChainTest : public ::testing::TestWithParam<ChainCase> {};
+
+TEST_P(ErrorChainTest, RundownJoinsTheChainAndLeafIsTheDeepest) {
+  const Error error = makeChain(GetParam().links);
+  EXPECT_EQ(error.errorRundownText(), GetParam().rundown);
+  const std::optional<Error> leaf = error.leafUnderlyingError();
+  ASSERT_TRUE(leaf.has_value());
+  EXPECT_EQ(leaf->code(), GetParam().leafCode);
+  EXPECT_EQ(leaf->localizedDescription(), GetParam().links.back().description);
+}
+
+INSTANTIATE_TEST_SUITE_P(Chains, ErrorChainTest,
+                         ::testing::Values(
+                             // Alone: the description only, even with a failure reason of its own.
+                             ChainCase{{{"A", ""}}, "A", 0},
+                             ChainCase{{{"A", "top reason"}}, "A", 0},
+                             // The top's reason never shows; an underlying reason gets ": R.".
+                             ChainCase{{{"A", "top reason"}, {"B", "R"}}, "A, B: R.", 1},
+                             ChainCase{{{"A", ""}, {"B", ""}}, "A, B", 1},
+                             ChainCase{{{"A", ""}, {"B", ""}, {"C", "deep"}}, "A, B, C: deep.", 2},
+                             ChainCase{{{"A", ""}, {"B", "R1"}, {"C", ""}}, "A, B: R1., C", 2}));
+
+TEST(ErrorTest, RundownUsesTheGenericDescriptionWhenNoneWasGiven) {
+  const Error error("download", 204, "", "",
+                    std::make_shared<const Error>("NSPOSIXErrorDomain", 2, "", "gone"));
+  EXPECT_EQ(error.errorRundownText(),
+            "The operation couldn't be completed. (download error 204.), The operation couldn't "
+            "be completed. (NSPOSIXErrorDomain error 2.): gone.");
+}
+
+}  // namespace
+}  // namespace qm
