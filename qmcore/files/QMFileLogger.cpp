@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <utility>
 
+#include "qmcore/files/DebugLog.hpp"
 #include "qmcore/files/QMFileLoggerIO.hpp"
 #include "qmcore/files/QMFileLoggerRules.hpp"
 #include "qmcore/formatting/QMDateFormatter.hpp"
@@ -84,7 +85,7 @@ class LineTimeText {
 };
 
 void defaultDiagnostic(const std::string& text) {
-  if (kQMEnableDebugLog) std::fprintf(stderr, "%s\n", text.c_str());
+  debuglog([&text] { return text; });
 }
 
 }  // namespace

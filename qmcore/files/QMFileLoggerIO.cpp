@@ -12,6 +12,8 @@
 #include <random>
 #include <system_error>
 
+#include "qmcore/platform/ConsoleLog.hpp"
+
 namespace qm::internal {
 
 namespace {
@@ -119,8 +121,7 @@ void createDirectory(const std::filesystem::path& path) {
   if (std::filesystem::is_directory(path, error)) return;
   std::filesystem::create_directories(path, error);
   if (error) {
-    std::fprintf(stderr, "error creating a directory: %s, %s\n", path.c_str(),
-                 error.message().c_str());
+    consoleLog("error creating a directory: " + path.string() + ", " + error.message());
   }
 }
 

@@ -13,7 +13,9 @@ check() {  # check DESCRIPTION COMMAND...: a condition on the files the tool lef
 
 # log write: a line in debug builds; in builds without the debug log a plain note, status 0.
 run_tool log write debuglog.log hello "two words"
+debug_log=on
 if grep -q "debug log compiled out" "$work/err"; then
+  debug_log=off
   check "write without the debug log exits 0" test "$(cat "$work/status")" = 0
   check "write without the debug log writes nothing" test ! -e "$log"
 else
@@ -29,7 +31,9 @@ check "reset leaves an empty file" test -f "$log" -a ! -s "$log"
 # A young, small log is not rotated without --force.
 printf 'line one\nline two\n' >>"$log"
 run_tool log rotate debuglog.log
-check "rotate without --force keeps a young log" test "$(cat "$log")" = "$(printf 'line one\nline two')"
+# (In debug builds the logger's own "[LOG]" lines follow in the same file.)
+check "rotate without --force keeps a young log" test "$(head -2 "$log")" = "$(printf 'line one\nline two')"
+check "rotate without --force archives nothing" test ! -e "$TMPDIR/logs-archive"
 check "rotate without --force says so" grep -q "debuglog.log was not archived" "$work/err"
 
 # --force archives it under its name and empties it.
@@ -42,7 +46,11 @@ import sys, zipfile
 z = zipfile.ZipFile(sys.argv[1])
 assert z.testzip() is None
 assert [z.read(i) for i in z.infolist() if not i.is_dir()] == [b"line one\nline two\n"]' "${zips[0]}"
-check "rotated log is empty" test -f "$log" -a ! -s "$log"
+if [ "$debug_log" = on ]; then
+  # The rotation's own report reaches the log through the log facade, after the reset.
+  check "rotation reported in the log" grep -qE '^[0-9]{2}-[A-Z][a-z]{2}-[0-9]{2} [0-9:]{8} - [0-9-]{10} [0-9:.]{15}[+-][0-9]{4}, debuglog\[:\] \[LOG\] Compressed and moved previous log file: '"$log"', of 18 bytes of size, to: file://'"$TMPDIR"'/logs-archive/MD-' "$log"
+fi
+check "rotated log was emptied" bash -c '! grep -q "line one" "$1"' _ "$log"
 check "no scratch folder left" test "$(ls "$TMPDIR")" = "$(printf 'debuglog.log\nlogs-archive')"
 
 # log archive lists it; log trim deletes only what is more than three days old.
