@@ -48,7 +48,7 @@ assert z.testzip() is None
 assert [z.read(i) for i in z.infolist() if not i.is_dir()] == [b"line one\nline two\n"]' "${zips[0]}"
 if [ "$debug_log" = on ]; then
   # The rotation's own report reaches the log through the log facade, after the reset.
-  check "rotation reported in the log" grep -qE '^[0-9]{2}-[A-Z][a-z]{2}-[0-9]{2} [0-9:]{8} - [0-9-]{10} [0-9:.]{15}[+-][0-9]{4}, debuglog\[:\] \[LOG\] Compressed and moved previous log file: '"$log"', of 18 bytes of size, to: file://'"$TMPDIR"'/logs-archive/MD-' "$log"
+  check "rotation reported in the log" grep -qE '^[0-9]{2}-[A-Z][a-z]{2}-[0-9]{2} [0-9:]{8} - [0-9-]{10} [0-9:.]{15}[+-][0-9]{4}, debuglog\[:\] \[LOG\] Compressed and moved previous log file: '"$log"', of [0-9]+ bytes of size, to: file://'"$TMPDIR"'/logs-archive/MD-' "$log"
 fi
 check "rotated log was emptied" bash -c '! grep -q "line one" "$1"' _ "$log"
 check "no scratch folder left" test "$(ls "$TMPDIR")" = "$(printf 'debuglog.log\nlogs-archive')"
