@@ -16,8 +16,8 @@
 #include <vector>
 
 #include "qmcore/files/QMFileLogger.hpp"
-#include "qmcore/files/QMFileLoggerTestSupport.hpp"
 #include "qmcore/platform/BuildConfig.hpp"
+#include "qmcore/testing/QMFileLoggerTestSupport.hpp"
 
 namespace qm {
 namespace {

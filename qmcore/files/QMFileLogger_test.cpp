@@ -14,9 +14,9 @@
 #include <string>
 #include <vector>
 
-#include "qmcore/files/QMFileLoggerTestSupport.hpp"
 #include "qmcore/platform/BuildConfig.hpp"
 #include "qmcore/platform/Error.hpp"
+#include "qmcore/testing/QMFileLoggerTestSupport.hpp"
 
 namespace qm {
 namespace {

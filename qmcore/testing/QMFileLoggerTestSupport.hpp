@@ -1,8 +1,8 @@
 // Helpers for the file logger's tests: a logger over a fake environment that collects its
 // diagnostics, and readers of what it wrote (files, zip archives through Python's zipfile).
 
-#ifndef QMCORE_FILES_QMFILELOGGERTESTSUPPORT_HPP_
-#define QMCORE_FILES_QMFILELOGGERTESTSUPPORT_HPP_
+#ifndef QMCORE_TESTING_QMFILELOGGERTESTSUPPORT_HPP_
+#define QMCORE_TESTING_QMFILELOGGERTESTSUPPORT_HPP_
 
 #include <cstdio>
 #include <cstdlib>
@@ -98,4 +98,4 @@ inline QMFileLoggerOptions::ZipFunction zipWithScratchFolder(const Env& env) {
 
 }  // namespace qm::testing
 
-#endif  // QMCORE_FILES_QMFILELOGGERTESTSUPPORT_HPP_
+#endif  // QMCORE_TESTING_QMFILELOGGERTESTSUPPORT_HPP_
