@@ -100,9 +100,11 @@ QMFileLogger::QMFileLogger(Env& env, QMFileLoggerOptions options)
       options_(std::move(options)),
       cleanupQueue_(std::make_unique<SerialQueue>()),
       queue_(std::make_unique<SerialQueue>()) {
-  // The queued work formats dates with the shared formatter; making it now keeps it alive
-  // until a static logger has finished its queues at exit.
+  // The queued work formats dates with the shared formatter and reports through the log
+  // facade; making their formatters now keeps them alive until a static logger has finished
+  // its queues at exit.
   QMDateFormatter::sharedInstance();
+  debugLogTimestamp(Date());
 }
 
 QMFileLogger::~QMFileLogger() { waitUntilAllOperationsAreFinished(); }
