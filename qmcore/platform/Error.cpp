@@ -32,6 +32,11 @@ std::optional<std::string> Error::localizedFailureReason() const {
   return std::nullopt;
 }
 
+std::string Error::description() const {
+  return "Error Domain=" + domain_ + " Code=" + std::to_string(code_) + " \"" +
+         localizedDescription() + "\"";
+}
+
 std::optional<Error> Error::leafUnderlyingError() const {
   const Error* current = this;
   while (current->underlying_ != nullptr) current = current->underlying_.get();

@@ -35,6 +35,8 @@ class Error {
   // The description, or a generic one naming domain and code when none was given.
   std::string localizedDescription() const;
   std::optional<std::string> localizedFailureReason() const;
+  // The form errors take in log lines: Error Domain=<domain> Code=<code> "<description>".
+  std::string description() const;
   // The error that caused this one, if any.
   const std::shared_ptr<const Error>& underlyingError() const { return underlying_; }
 

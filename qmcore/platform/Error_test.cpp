@@ -61,5 +61,10 @@ TEST(ErrorTest, RundownUsesTheGenericDescriptionWhenNoneWasGiven) {
             "be completed. (NSPOSIXErrorDomain error 2.): gone.");
 }
 
+TEST(ErrorTest, DescriptionNamesDomainCodeAndText) {
+  EXPECT_EQ(Error("NSPOSIXErrorDomain", 2, "No such file or directory").description(),
+            "Error Domain=NSPOSIXErrorDomain Code=2 \"No such file or directory\"");
+}
+
 }  // namespace
 }  // namespace qm

@@ -1,0 +1,74 @@
+// Helpers of the file utilities' tests: files written and read back, commands run, and the
+// texts of console-log lines captured from stderr.
+
+#ifndef QMCORE_FILES_FILESTESTSUPPORT_HPP_
+#define QMCORE_FILES_FILESTESTSUPPORT_HPP_
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <vector>
+
+namespace qm::testing {
+
+inline void writeFile(const std::filesystem::path& path, const std::string& content) {
+  std::filesystem::create_directories(path.parent_path());
+  std::ofstream(path, std::ios::binary) << content;
+}
+
+inline std::string readFile(const std::filesystem::path& path) {
+  std::ifstream in(path, std::ios::binary);
+  return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+}
+
+// Runs a shell command; its standard output, with "exit N" appended when it fails.
+inline std::string run(const std::string& command) {
+  std::string out;
+  FILE* pipe = ::popen(command.c_str(), "r");
+  if (pipe == nullptr) return "popen failed";
+  char buffer[4096];
+  for (std::size_t n; (n = std::fread(buffer, 1, sizeof buffer, pipe)) > 0;) out.append(buffer, n);
+  const int status = ::pclose(pipe);
+  if (status != 0) out += "exit " + std::to_string(status);
+  return out;
+}
+
+// Every path under `folder`, relative, sorted; folders end with "/".
+inline std::vector<std::string> tree(const std::filesystem::path& folder) {
+  std::vector<std::string> out;
+  std::error_code error;
+  for (auto it = std::filesystem::recursive_directory_iterator(folder, error);
+       !error && it != std::filesystem::recursive_directory_iterator(); it.increment(error)) {
+    std::string relative = std::filesystem::relative(it->path(), folder).string();
+    if (it->is_directory()) relative += "/";
+    out.push_back(relative);
+  }
+  std::sort(out.begin(), out.end());
+  return out;
+}
+
+// Captures stderr while alive; `texts()` gives the text part of each console-log line.
+class ConsoleCapture {
+ public:
+  ConsoleCapture() { ::testing::internal::CaptureStderr(); }
+  std::vector<std::string> texts() {
+    const std::string out = ::testing::internal::GetCapturedStderr();
+    std::vector<std::string> lines;
+    std::size_t start = 0;
+    for (std::size_t end = out.find('\n'); end != std::string::npos;
+         start = end + 1, end = out.find('\n', start)) {
+      const std::string line = out.substr(start, end - start);
+      const std::size_t text = line.find("] ");
+      lines.push_back(text == std::string::npos ? line : line.substr(text + 2));
+    }
+    return lines;
+  }
+};
+
+}  // namespace qm::testing
+
+#endif  // QMCORE_FILES_FILESTESTSUPPORT_HPP_
