@@ -9,6 +9,9 @@
 #include <utility>
 
 #include "qmcore/files/DebugLog.hpp"
+#include "qmcore/files/FileHelper.hpp"
+#include "qmcore/files/FileManagerCleanup.hpp"
+#include "qmcore/files/QMFileHelper.hpp"
 #include "qmcore/files/QMFileLoggerIO.hpp"
 #include "qmcore/files/QMFileLoggerRules.hpp"
 #include "qmcore/formatting/QMDateFormatter.hpp"
@@ -91,8 +94,11 @@ void defaultDiagnostic(const std::string& text) {
 }  // namespace
 
 QMFileLogger& QMFileLogger::shared() {
-  static QMFileLogger logger(Env::Default());
-  return logger;
+  // Never destroyed: its queues may still be used while other static
+  // objects are torn down at exit, and libraries used on its threads (libzip, OpenSSL) clean up
+  // at exit while those threads are alive.
+  static QMFileLogger* const logger = std::make_unique<QMFileLogger>(Env::Default()).release();
+  return *logger;
 }
 
 QMFileLogger::QMFileLogger(Env& env, QMFileLoggerOptions options)
@@ -195,8 +201,9 @@ void QMFileLogger::rotate(const std::string& logName, bool resetAlways,
     finish();
     return;
   }
-  const std::optional<std::uint64_t> size = internal::fileSize(path);
-  const bool due = QMFileLoggerRules::isRotationDue(size, internal::creationDate(path), env_.now());
+  const std::optional<std::uint64_t> size = QMFileHelper::sizeForLocalFilePath(path);
+  const bool due = QMFileLoggerRules::isRotationDue(
+      size, QMFileHelper::creationDateForLocalFilePath(path), env_.now());
   if (!due && !resetAlways) {
     report("[LOG] Log file: " + path + ", is " + std::to_string(size.value_or(0)) +
            " bytes of size, no need to rotate/reset yet.");
@@ -204,14 +211,14 @@ void QMFileLogger::rotate(const std::string& logName, bool resetAlways,
     return;
   }
 
-  internal::createDirectory(logArchiveFolderURL());
+  FileHelper::createDirectoryPath(logArchiveFolderURL().string());
   const auto backupText = [](std::optional<Date> date) -> std::optional<std::string> {
     if (!date) return std::nullopt;
     return QMDateFormatter::dateToBackupNameString(*date);
   };
-  const std::string archiveName =
-      QMFileLoggerRules::archiveName(logName, backupText(internal::modificationDate(path)),
-                                     backupText(internal::creationDate(path)), nick, clientID);
+  const std::string archiveName = QMFileLoggerRules::archiveName(
+      logName, backupText(QMFileHelper::modificationDateForLocalFilePath(path)),
+      backupText(QMFileHelper::creationDateForLocalFilePath(path)), nick, clientID);
   const fs::path destination = logArchivePathForFileName(archiveName + ".zip");
   const std::string scratchName =
       internal::newUUIDString() + "__" + QMDateFormatter::dateToBackupNameString(env_.now());
@@ -232,7 +239,7 @@ void QMFileLogger::rotate(const std::string& logName, bool resetAlways,
   resetLog(logName);
   trimLogArchive();
   report("[LOG] Compressed and moved previous log file: " + path + ", of " +
-         std::to_string(internal::fileSize(path).value_or(0)) +
+         std::to_string(QMFileHelper::sizeForLocalFilePath(path).value_or(0)) +
          " bytes of size, to: " + fileURLDescription(destination) + ".");
   finish();
 }
@@ -244,7 +251,7 @@ void QMFileLogger::trimLogArchive() {
 void QMFileLogger::trim() {
   const Date cutoff = QMFileLoggerRules::trimCutoff(env_.now());
   const fs::path folder = logArchiveFolderURL();
-  const int deleted = removeFilesOlder(cutoff, folder);
+  const int deleted = qm::removeFilesOlder(cutoff, folder);
   report("[LOG] Trimmed log archive at: " + folder.string() + " by date : " +
          internal::dateDescription(cutoff) + ". Deleted " + std::to_string(deleted) + " files.");
 }
@@ -284,25 +291,7 @@ void QMFileLogger::zipFile(const fs::path& source, const fs::path& destination,
     options_.zip(source, destination, scratchName);
     return;
   }
-  throw ErrorException(Error("qmcore", 0, "No zip operation"));
-}
-
-int QMFileLogger::removeFilesOlder(Date cutoff, const fs::path& folder) const {
-  int deleted = 0;
-  try {
-    for (const std::string& name : internal::listDirectory(folder)) {
-      const std::string path = joinPath(folder, name);
-      const std::optional<Date> modified = internal::modificationDate(path);
-      if (!modified || !(*modified < cutoff)) continue;
-      std::error_code error;
-      std::filesystem::remove_all(path, error);
-      if (error) throw ErrorException(internal::posixError(error.value()));
-      ++deleted;
-    }
-  } catch (const ErrorException& e) {
-    report("[FILE]: Error when cleaning up temporary directory: " + errorDescription(e.error()));
-  }
-  return deleted;
+  QMFileHelper::zip(source, destination, scratchName, env_);
 }
 
 void QMFileLogger::report(const std::string& text) const {

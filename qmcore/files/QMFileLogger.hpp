@@ -45,7 +45,7 @@ struct QMFileLoggerOptions {
   std::function<void(const std::string&)> diagnostic;
   // Writes a zip archive of the file `source` to `destination`, using a scratch folder of the
   // given name in the temporary directory; throws ErrorException on failure. Empty: the
-  // library's zip operation.
+  // library's zip operation (QMFileHelper::zip).
   using ZipFunction =
       std::function<void(const std::filesystem::path& source,
                          const std::filesystem::path& destination, const std::string& scratchName)>;
@@ -57,7 +57,8 @@ class QMFileLogger {
   // The name of the archive folder inside the temporary directory.
   static constexpr std::string_view kArchiveFolderName = "logs-archive";
 
-  // The process's logger over Env::Default(), created on first use.
+  // The process's logger over Env::Default(), created on first use and never destroyed: wait
+  // for it (waitUntilAllOperationsAreFinished) before the process exits to keep what is queued.
   static QMFileLogger& shared();
 
   // A logger over `env`'s temporary directory and clock (both kept by reference).
@@ -116,7 +117,6 @@ class QMFileLogger {
   void trim();
   void zipFile(const std::filesystem::path& source, const std::filesystem::path& destination,
                const std::string& scratchName) const;
-  int removeFilesOlder(Date cutoff, const std::filesystem::path& folder) const;
   void report(const std::string& text) const;
 
   Env& env_;

@@ -6,13 +6,14 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cmath>
 #include <cstdio>
 #include <cstring>
 #include <ctime>
 #include <random>
 #include <system_error>
 
-#include "qmcore/platform/ConsoleLog.hpp"
+#include "qmcore/files/FileError.hpp"
 
 namespace qm::internal {
 
@@ -33,16 +34,6 @@ class FileDescriptor {
   const int fd_;
 };
 
-Date dateOf(const struct statx_timestamp& t) {
-  return Date::fromUnixSeconds(static_cast<double>(t.tv_sec) + t.tv_nsec / 1e9);
-}
-
-std::optional<struct statx> statItem(const std::string& path, unsigned int mask) {
-  struct statx info {};
-  if (::statx(AT_FDCWD, path.c_str(), 0, mask, &info) != 0) return std::nullopt;
-  return info;
-}
-
 // Creates an empty file, as the file manager's create without attributes does; a failure
 // shows when the file is opened.
 void createEmptyFile(const std::string& path) {
@@ -51,8 +42,6 @@ void createEmptyFile(const std::string& path) {
 }
 
 }  // namespace
-
-Error posixError(int errnum) { return Error("NSPOSIXErrorDomain", errnum, std::strerror(errnum)); }
 
 std::string errorDescription(const Error& error) {
   return "Error Domain=" + error.domain() + " Code=" + std::to_string(error.code()) + " \"" +
@@ -98,36 +87,9 @@ bool fileExists(const std::string& path) {
   return ::stat(path.c_str(), &info) == 0;
 }
 
-std::optional<std::uint64_t> fileSize(const std::string& path) {
-  const auto info = statItem(path, STATX_SIZE);
-  if (!info || (info->stx_mask & STATX_SIZE) == 0) return std::nullopt;
-  return info->stx_size;
-}
-
-std::optional<Date> creationDate(const std::string& path) {
-  const auto info = statItem(path, STATX_BTIME);
-  if (!info || (info->stx_mask & STATX_BTIME) == 0) return std::nullopt;
-  return dateOf(info->stx_btime);
-}
-
-std::optional<Date> modificationDate(const std::string& path) {
-  const auto info = statItem(path, STATX_MTIME);
-  if (!info || (info->stx_mask & STATX_MTIME) == 0) return std::nullopt;
-  return dateOf(info->stx_mtime);
-}
-
-void createDirectory(const std::filesystem::path& path) {
-  std::error_code error;
-  if (std::filesystem::is_directory(path, error)) return;
-  std::filesystem::create_directories(path, error);
-  if (error) {
-    consoleLog("error creating a directory: " + path.string() + ", " + error.message());
-  }
-}
-
 std::vector<std::string> listDirectory(const std::filesystem::path& folder) {
   DIR* const directory = ::opendir(folder.c_str());
-  if (directory == nullptr) throw ErrorException(posixError(errno));
+  if (directory == nullptr) throw ErrorException(posixFileError(errno));
   std::vector<std::string> names;
   while (const struct dirent* entry = ::readdir(directory)) {
     const std::string_view name = entry->d_name;
@@ -142,7 +104,7 @@ void appendToLogFile(const std::string& path, std::string_view bytes, std::size_
   const FileDescriptor file(::open(path.c_str(), O_WRONLY | O_CLOEXEC));
   if (file.get() < 0) {
     const std::string line = "Can't write to log file at url: " + fileURLDescription(path) +
-                             ", error: " + errorDescription(posixError(errno)) + "\n";
+                             ", error: " + errorDescription(posixFileError(errno)) + "\n";
     for (std::size_t i = 0; i < lineCount; ++i) std::fputs(line.c_str(), stdout);
     std::fflush(stdout);
     return;

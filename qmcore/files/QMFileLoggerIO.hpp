@@ -1,7 +1,6 @@
-// The file-system steps of the file logger, each as the logger's text describes it: the
-// appends with their printed failure line, the reset, the attribute reads that the rotation
-// needs, the archive listing and the texts in which paths, dates and errors appear in its
-// diagnostics. Internal to the logger.
+// The file-system steps of the file logger: the appends with their printed failure line, the
+// reset, the archive listing, and the texts in which paths, dates and errors appear in its
+// reports. Internal to the logger.
 
 #ifndef QMCORE_FILES_QMFILELOGGERIO_HPP_
 #define QMCORE_FILES_QMFILELOGGERIO_HPP_
@@ -19,9 +18,6 @@
 
 namespace qm::internal {
 
-// An error of the POSIX domain for `errnum`, described by the C library.
-Error posixError(int errnum);
-
 // "Error Domain=<domain> Code=<code> "<description>"", the form errors take in log lines.
 std::string errorDescription(const Error& error);
 // "file:///tmp/debuglog.log".
@@ -33,13 +29,6 @@ std::string newUUIDString();
 
 // Whether anything exists at `path` (following symbolic links).
 bool fileExists(const std::string& path);
-// Size, birth and modification time of the item at `path`; absent when unreadable.
-std::optional<std::uint64_t> fileSize(const std::string& path);
-std::optional<Date> creationDate(const std::string& path);
-std::optional<Date> modificationDate(const std::string& path);
-// Creates the folder and its missing parents unless it is a directory already; a failure is
-// printed on the console.
-void createDirectory(const std::filesystem::path& path);
 // The entry names of a folder, in the order the system lists them; throws ErrorException.
 std::vector<std::string> listDirectory(const std::filesystem::path& folder);
 

@@ -87,8 +87,7 @@ TEST(QMFileLoggerLoadTest, RotationsWhileWritingLoseOnlyTheLinesQueuedDuringThem
   if (!kQMEnableDebugLog) GTEST_SKIP() << "appends are compiled out";
   testing::FakeEnv env;
   testing::Diagnostics diagnostics;
-  QMFileLogger logger(
-      env, {.diagnostic = diagnostics.sink(), .zip = testing::zipWithScratchFolder(env)});
+  QMFileLogger logger(env, {.diagnostic = diagnostics.sink(), .zip = {}});
   const fs::path log = env.temporaryDirectory() / "debuglog.log";
   std::vector<RotationRecord> rotations;  // filled on the logger's queue
   std::atomic<int> running = kThreads;

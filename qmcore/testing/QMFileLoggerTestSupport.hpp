@@ -5,7 +5,6 @@
 #define QMCORE_TESTING_QMFILELOGGERTESTSUPPORT_HPP_
 
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <memory>
@@ -15,7 +14,6 @@
 #include <vector>
 
 #include "qmcore/files/QMFileLogger.hpp"
-#include "qmcore/platform/Error.hpp"
 #include "qmcore/testing/FakeEnv.hpp"
 
 namespace qm::testing {
@@ -76,24 +74,6 @@ inline std::string zipContents(const std::filesystem::path& archive) {
       "z = zipfile.ZipFile(sys.argv[1])\n"
       "[sys.stdout.buffer.write(z.read(i)) for i in z.infolist() if not i.is_dir()]' '" +
       archive.string() + "'");
-}
-
-// A zip operation for the logger: the file is copied into a scratch folder of the given name in
-// the temporary directory, which is zipped (the folder being the archive's top level) by the
-// zip program and removed; throws ErrorException when the archive cannot be written.
-inline QMFileLoggerOptions::ZipFunction zipWithScratchFolder(const Env& env) {
-  const std::filesystem::path tmp = env.temporaryDirectory();
-  return [tmp](const std::filesystem::path& source, const std::filesystem::path& destination,
-               const std::string& scratchName) {
-    const std::filesystem::path scratch = tmp / scratchName;
-    std::filesystem::create_directories(scratch);
-    std::filesystem::copy_file(source, scratch / source.filename());
-    const int status = std::system(("cd '" + tmp.string() + "' && zip -qr '" +
-                                    destination.string() + "' '" + scratchName + "' 2>/dev/null")
-                                       .c_str());
-    std::filesystem::remove_all(scratch);
-    if (status != 0) throw ErrorException(Error("zip", status, "zip failed"));
-  };
 }
 
 }  // namespace qm::testing
