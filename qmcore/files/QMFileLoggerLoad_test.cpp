@@ -92,6 +92,8 @@ TEST(QMFileLoggerLoadTest, RotationsWhileWritingLoseOnlyTheLinesQueuedDuringThem
   std::vector<RotationRecord> rotations;  // filled on the logger's queue
   std::atomic<int> running = kThreads;
   std::thread writers([&] { writeFromThreads(logger, running); });
+  // A rotation of a log not yet made archives nothing; start once the first lines are in.
+  while (!fs::exists(log)) std::this_thread::sleep_for(std::chrono::milliseconds(1));
   for (int nick = 0; nick < 4 && running > 0; ++nick) {
     std::this_thread::sleep_for(std::chrono::milliseconds(50));
     std::promise<void> calledBack;
