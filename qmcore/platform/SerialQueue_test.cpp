@@ -4,6 +4,7 @@
 
 #include <atomic>
 #include <chrono>
+#include <future>
 #include <memory>
 #include <thread>
 #include <vector>
@@ -55,7 +56,9 @@ TEST(SerialQueueTest, KeepsEachSubmittersOrderAcrossThreads) {
 TEST(SerialQueueTest, WaitCoversTasksQueuedByTasks) {
   std::vector<char> order;
   SerialQueue queue;
-  queue.async([&] {
+  std::promise<void> bQueued;
+  queue.async([&, queued = bQueued.get_future().share()] {
+    queued.wait();
     order.push_back('a');
     queue.async([&] {
       std::this_thread::sleep_for(std::chrono::milliseconds(20));
@@ -63,6 +66,7 @@ TEST(SerialQueueTest, WaitCoversTasksQueuedByTasks) {
     });
   });
   queue.async([&] { order.push_back('b'); });
+  bQueued.set_value();
   queue.waitUntilAllOperationsAreFinished();
   EXPECT_EQ(std::string(order.begin(), order.end()), "abc");
 }
