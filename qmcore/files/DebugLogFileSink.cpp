@@ -2,11 +2,12 @@
 // that changes when it does, so callers of `debuglog` never see the connection.
 
 #include "qmcore/files/DebugLog.hpp"
+#include "qmcore/files/QMFileLogger.hpp"
 
 namespace qm::internal {
 
-void appendToDebugLogFile(std::string_view /*fileName*/, std::string /*message*/) {
-  // No file logger is linked yet: the console line is the only output.
+void appendToDebugLogFile(std::string_view fileName, std::string message) {
+  QMFileLogger::shared().logTofile(fileName, message);
 }
 
 }  // namespace qm::internal

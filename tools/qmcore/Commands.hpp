@@ -43,6 +43,10 @@ void addFilesCommands(CLI::App& app, ToolContext& context);     // zip, files, d
 void addPersistenceCommands(CLI::App& app, ToolContext& context);
 void addGeoCommands(CLI::App& app, ToolContext& context);  // region, zoom, address, coordinates
 void addDownloadCommands(CLI::App& app, ToolContext& context);  // get, post, download, sign, md5
+void addLogCommands(CLI::App& app, ToolContext& context);       // log
+
+// Waits for the file logger's queued work, so that nothing queued is lost when the tool exits.
+void finishLogging();
 
 }  // namespace qm::tool
 

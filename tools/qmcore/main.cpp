@@ -47,9 +47,11 @@ int main(int argc, char** argv) {
   qm::tool::addPersistenceCommands(app, context);
   qm::tool::addGeoCommands(app, context);
   qm::tool::addDownloadCommands(app, context);
+  qm::tool::addLogCommands(app, context);
 
   try {
     app.parse(argc, argv);
+    qm::tool::finishLogging();
   } catch (const CLI::CallForHelp& e) {
     return app.exit(e);
   } catch (const CLI::CallForAllHelp& e) {

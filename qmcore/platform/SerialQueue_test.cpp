@@ -1,0 +1,106 @@
+#include "qmcore/platform/SerialQueue.hpp"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <chrono>
+#include <future>
+#include <memory>
+#include <thread>
+#include <vector>
+
+namespace qm {
+namespace {
+
+TEST(SerialQueueTest, RunsTasksInSubmissionOrderOneAtATime) {
+  std::vector<int> order;  // touched only by the worker
+  std::atomic<int> inside = 0;
+  std::atomic<bool> overlapped = false;
+  SerialQueue queue;
+  for (int i = 0; i < 1000; ++i) {
+    queue.async([&, i] {
+      if (inside.fetch_add(1) != 0) overlapped = true;
+      if (i % 97 == 0) std::this_thread::sleep_for(std::chrono::microseconds(200));
+      order.push_back(i);
+      inside.fetch_sub(1);
+    });
+  }
+  queue.waitUntilAllOperationsAreFinished();
+  ASSERT_EQ(order.size(), 1000u);
+  for (int i = 0; i < 1000; ++i) ASSERT_EQ(order[i], i);
+  EXPECT_FALSE(overlapped);
+  EXPECT_EQ(queue.operationCount(), 0u);
+}
+
+TEST(SerialQueueTest, KeepsEachSubmittersOrderAcrossThreads) {
+  constexpr int kThreads = 4;
+  constexpr int kTasks = 5000;
+  std::vector<std::vector<int>> seen(kThreads);  // touched only by the worker
+  SerialQueue queue;
+  std::vector<std::thread> threads;
+  for (int t = 0; t < kThreads; ++t) {
+    threads.emplace_back([&, t] {
+      for (int i = 0; i < kTasks; ++i) queue.async([&, t, i] { seen[t].push_back(i); });
+    });
+  }
+  for (std::thread& thread : threads) thread.join();
+  queue.waitUntilAllOperationsAreFinished();
+  for (int t = 0; t < kThreads; ++t) {
+    ASSERT_EQ(seen[t].size(), static_cast<size_t>(kTasks));
+    for (int i = 0; i < kTasks; ++i) ASSERT_EQ(seen[t][i], i) << "thread " << t;
+  }
+}
+
+// A task that queues another (a rotation queuing its reset) is waited for, and the follow-up
+// runs after what was already queued.
+TEST(SerialQueueTest, WaitCoversTasksQueuedByTasks) {
+  std::vector<char> order;
+  SerialQueue queue;
+  std::promise<void> bQueued;
+  queue.async([&, queued = bQueued.get_future().share()] {
+    queued.wait();
+    order.push_back('a');
+    queue.async([&] {
+      std::this_thread::sleep_for(std::chrono::milliseconds(20));
+      order.push_back('c');
+    });
+  });
+  queue.async([&] { order.push_back('b'); });
+  bQueued.set_value();
+  queue.waitUntilAllOperationsAreFinished();
+  EXPECT_EQ(std::string(order.begin(), order.end()), "abc");
+}
+
+TEST(SerialQueueTest, DestructorFinishesWhatWasQueued) {
+  auto count = std::make_shared<std::atomic<int>>(0);
+  {
+    SerialQueue queue;
+    queue.async([] { std::this_thread::sleep_for(std::chrono::milliseconds(30)); });
+    for (int i = 0; i < 100; ++i) queue.async([count] { count->fetch_add(1); });
+    queue.async([&queue, count] { queue.async([count] { count->fetch_add(1000); }); });
+  }
+  EXPECT_EQ(count->load(), 1100);
+}
+
+TEST(SerialQueueTest, KnowsItsOwnThread) {
+  SerialQueue queue;
+  std::atomic<bool> inside = false;
+  queue.async([&] { inside = queue.isCurrent(); });
+  queue.waitUntilAllOperationsAreFinished();
+  EXPECT_TRUE(inside);
+  EXPECT_FALSE(queue.isCurrent());
+}
+
+TEST(SerialQueueDeathTest, WaitingFromItsOwnTaskStopsTheProgram) {
+  GTEST_FLAG_SET(death_test_style, "threadsafe");
+  EXPECT_DEATH(
+      {
+        SerialQueue queue;
+        queue.async([&] { queue.waitUntilAllOperationsAreFinished(); });
+        queue.waitUntilAllOperationsAreFinished();
+      },
+      "waiting for the queue from one of its own tasks");
+}
+
+}  // namespace
+}  // namespace qm
