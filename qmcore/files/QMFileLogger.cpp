@@ -172,7 +172,7 @@ void QMFileLogger::writeBatch(const std::shared_ptr<AppendBatch>& batch) {
 }
 
 void QMFileLogger::resetLog(std::string_view logName) {
-  submit([this, path = logPathForLogName(logName)] { internal::resetLogFile(path); });
+  submit([path = logPathForLogName(logName)] { internal::resetLogFile(path); });
 }
 
 void QMFileLogger::rotateLogIfNeeded(std::string_view logName, bool resetAlways,
