@@ -5,16 +5,10 @@
 
 #include <atomic>
 #include <cerrno>
-#include <cstdio>
-#include <cstring>
 #include <string>
 
 namespace qm {
 namespace {
-
-Error posixError(const std::string& context, int number) {
-  return Error(std::string(kPosixErrorDomain), number, context + ": " + std::strerror(number));
-}
 
 // A new file that is closed, and removed unless committed, when it goes out of scope.
 class TemporaryFile {
@@ -59,20 +53,20 @@ std::filesystem::path temporaryPathFor(const std::filesystem::path& path) {
 
 std::optional<Error> writeDataAtomically(const std::filesystem::path& path, std::string_view data) {
   TemporaryFile file(temporaryPathFor(path).string());
-  if (file.descriptor() < 0) return posixError(path.string(), errno);
+  if (file.descriptor() < 0) return posixFileError(errno, path.string());
 
   std::size_t written = 0;
   while (written < data.size()) {
     const ssize_t count = ::write(file.descriptor(), data.data() + written, data.size() - written);
     if (count < 0) {
       if (errno == EINTR) continue;
-      return posixError(path.string(), errno);
+      return posixFileError(errno, path.string());
     }
     written += static_cast<std::size_t>(count);
   }
-  if (::fsync(file.descriptor()) != 0) return posixError(path.string(), errno);
-  if (!file.close()) return posixError(path.string(), errno);
-  if (::rename(file.path().c_str(), path.c_str()) != 0) return posixError(path.string(), errno);
+  if (::fsync(file.descriptor()) != 0) return posixFileError(errno, path.string());
+  if (!file.close()) return posixFileError(errno, path.string());
+  if (::rename(file.path().c_str(), path.c_str()) != 0) return posixFileError(errno, path.string());
   file.commit();
   return std::nullopt;
 }

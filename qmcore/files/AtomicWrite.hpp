@@ -7,16 +7,14 @@
 #include <optional>
 #include <string_view>
 
+#include "qmcore/files/FileError.hpp"
 #include "qmcore/platform/Error.hpp"
 
 namespace qm {
 
-// The domain of errors that carry an errno value as their code.
-inline constexpr std::string_view kPosixErrorDomain = "NSPOSIXErrorDomain";
-
 // Writes `data` to a new file beside `path`, flushes it to disk and renames it over `path`.
 // On failure nothing at `path` changes, no temporary file is left, and the error (domain
-// kPosixErrorDomain, code errno) comes back.
+// kPOSIXErrorDomain, code errno) comes back.
 std::optional<Error> writeDataAtomically(const std::filesystem::path& path, std::string_view data);
 
 }  // namespace qm

@@ -49,7 +49,7 @@ TEST(AtomicWriteTest, FailuresLeaveTheFolderAsItWas) {
   for (const auto& c : cases) {
     const auto error = writeDataAtomically(c.path, "new");
     ASSERT_TRUE(error.has_value()) << c.path;
-    EXPECT_EQ(error->domain(), kPosixErrorDomain);
+    EXPECT_EQ(error->domain(), kPOSIXErrorDomain);
     EXPECT_EQ(error->code(), c.code) << c.path;
   }
   EXPECT_TRUE(std::filesystem::is_directory(folder / "taken" / "inner"));
