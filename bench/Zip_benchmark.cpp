@@ -1,6 +1,8 @@
 // The library's zip of a 10,000,000-byte log against `zip -q` of the same file run as a
 // process, in the same run: the time ratio, and the archive's size against `zip -6`'s.
 //   BM_QMFileHelperZip: QMFileHelper::zip of the log (scratch folder, archive, copy, clean-up)
+//   BM_RotateLog:       QMFileLogger's forced rotation of the log (archive written, log reset),
+//                       timed until both of the logger's queues are idle
 //   BM_ZipProcess:      `zip -q -6 out.zip debuglog.log` through the shell
 // Prints each rate in archives per second (wall-clock time: the process works in a child),
 // the ratio, and both archive sizes.
@@ -17,6 +19,7 @@
 
 #include "bench/RatioReporter.hpp"
 #include "qmcore/files/QMFileHelper.hpp"
+#include "qmcore/files/QMFileLogger.hpp"
 #include "qmcore/platform/Env.hpp"
 
 namespace {
@@ -84,6 +87,21 @@ void BM_QMFileHelperZip(benchmark::State& state) {
 }
 BENCHMARK(BM_QMFileHelperZip)->Unit(benchmark::kMillisecond)->MinTime(2.0)->UseRealTime();
 
+void BM_RotateLog(benchmark::State& state) {
+  qm::QMFileLogger logger(qm::Env::Default());
+  const fs::path log = logger.logPathForLogName("debuglog.log");
+  for (auto _ : state) {
+    state.PauseTiming();
+    fs::copy_file(folder().log(), log, fs::copy_options::overwrite_existing);
+    state.ResumeTiming();
+    logger.rotateLogIfNeeded("debuglog.log", /*resetAlways=*/true, "bench", "ABCDEFGH", [] {});
+    logger.waitUntilAllOperationsAreFinished();
+  }
+  state.SetItemsProcessed(state.iterations());
+  if (fs::file_size(log) != 0) state.SkipWithError("the rotated log was not reset");
+}
+BENCHMARK(BM_RotateLog)->Unit(benchmark::kMillisecond)->MinTime(2.0)->UseRealTime();
+
 void BM_ZipProcess(benchmark::State& state) {
   const fs::path destination = folder().path("process.zip");
   const std::string command = "cd '" + folder().log().parent_path().string() +
@@ -109,6 +127,10 @@ int main(int argc, char** argv) {
   std::printf("\nZip of a %zu-byte log (time: higher is faster):\n", kLogBytes);
   reporter.printRatio("BM_QMFileHelperZip/min_time:2.000/real_time",
                       "BM_ZipProcess/min_time:2.000/real_time", "archives");
+  std::printf("Rotation of a %zu-byte log (archive written, log reset) against zip -q:\n",
+              kLogBytes);
+  reporter.printRatio("BM_RotateLog/min_time:2.000/real_time",
+                      "BM_ZipProcess/min_time:2.000/real_time", "rotations");
   std::error_code error;
   const auto library = fs::file_size(folder().path("library.zip"), error);
   const auto process = fs::file_size(folder().path("process.zip"), error);
