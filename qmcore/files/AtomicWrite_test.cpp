@@ -6,16 +6,10 @@
 #include <sstream>
 
 #include "qmcore/testing/FakeEnv.hpp"
+#include "qmcore/testing/FileTesting.hpp"
 
 namespace qm {
 namespace {
-
-std::string contents(const std::filesystem::path& path) {
-  std::ifstream in(path, std::ios::binary);
-  std::ostringstream out;
-  out << in.rdbuf();
-  return out.str();
-}
 
 std::size_t entries(const std::filesystem::path& folder) {
   std::size_t count = 0;
@@ -28,7 +22,7 @@ TEST(AtomicWriteTest, WritesNewFilesAndReplacesOldOnesWhole) {
   const auto path = env.temporaryDirectory() / "a.bin";
   for (const std::string& data : {std::string("first"), std::string("a\0b", 3), std::string()}) {
     ASSERT_FALSE(writeDataAtomically(path, data).has_value());
-    EXPECT_EQ(contents(path), data);
+    EXPECT_EQ(testing::readFile(path), data);
     EXPECT_EQ(entries(env.temporaryDirectory()), 1u);  // no temporary file left beside it
   }
 }
@@ -53,7 +47,7 @@ TEST(AtomicWriteTest, FailuresLeaveTheFolderAsItWas) {
     EXPECT_EQ(error->code(), c.code) << c.path;
   }
   EXPECT_TRUE(std::filesystem::is_directory(folder / "taken" / "inner"));
-  EXPECT_EQ(contents(folder / "file"), "old");
+  EXPECT_EQ(testing::readFile(folder / "file"), "old");
   EXPECT_EQ(entries(folder), 2u);
 }
 

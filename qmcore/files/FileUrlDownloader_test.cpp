@@ -8,16 +8,10 @@
 #include "qmcore/files/MD5.hpp"
 #include "qmcore/testing/DownloadTestServer.hpp"
 #include "qmcore/testing/FakeEnv.hpp"
+#include "qmcore/testing/FileTesting.hpp"
 
 namespace qm {
 namespace {
-
-std::string contents(const std::filesystem::path& path) {
-  std::ifstream in(path, std::ios::binary);
-  std::ostringstream out;
-  out << in.rdbuf();
-  return out.str();
-}
 
 class FileUrlDownloaderTest : public ::testing::Test {
  protected:
@@ -161,11 +155,11 @@ TEST_F(FileUrlDownloaderTest, DownloadWritesTheFileWhenTheDigestMatches) {
     const auto error =
         download("/text", to, check ? std::optional<std::string_view>(digest) : std::nullopt);
     EXPECT_FALSE(error.has_value()) << error->localizedDescription();
-    EXPECT_EQ(contents(to), text);
+    EXPECT_EQ(testing::readFile(to), text);
   }
   // An existing file is replaced.
   EXPECT_FALSE(download("/empty", to, std::nullopt).has_value());
-  EXPECT_EQ(contents(to), "");
+  EXPECT_EQ(testing::readFile(to), "");
 }
 
 TEST_F(FileUrlDownloaderTest, FailedDownloadsNeverTouchTheDestination) {
@@ -204,7 +198,7 @@ TEST_F(FileUrlDownloaderTest, FailedDownloadsNeverTouchTheDestination) {
       }
       EXPECT_EQ(std::filesystem::exists(to), existing) << c.path;
       if (existing) {
-        EXPECT_EQ(contents(to), "old");
+        EXPECT_EQ(testing::readFile(to), "old");
       }
       // Nothing else appears in the folder either.
       EXPECT_EQ(std::distance(std::filesystem::directory_iterator(env_.temporaryDirectory()),

@@ -22,12 +22,12 @@ TEST(InvariantFormatTest, MatchesPrintfInThePosixLocale) {
   EXPECT_EQ(invariantFormat("%02d:%02d", 5, 9), "05:09");
 }
 
-// Conversion specifications with random flags, widths and precisions, and random arguments
+// Conversions with random flags, widths and precisions, and random arguments
 // (ties such as 0.125 and 2.5, huge and tiny numbers, non-finite ones), written by
 // invariantFormat and by the C library's snprintf in the "C" locale.
 class InvariantFormatRandomTest : public ::testing::Test {
  protected:
-  std::string spec(bool withPrecision) {
+  std::string conversion(bool withPrecision) {
     std::string s = "<%";
     if (coin()) s += '+';
     if (coin()) s += '0';
@@ -68,10 +68,10 @@ class InvariantFormatRandomTest : public ::testing::Test {
 
 TEST_F(InvariantFormatRandomTest, NumbersMatchTheCLibrary) {
   for (int i = 0; i < 20000; ++i) {
-    const std::string f = spec(true) + "f>";
+    const std::string f = conversion(true) + "f>";
     const double value = number();
     ASSERT_EQ(invariantFormat(f.c_str(), value), printed(f.c_str(), value)) << f << " " << value;
-    const std::string d = spec(false) + "d>";
+    const std::string d = conversion(false) + "d>";
     const int integer = coin() ? pick(-100000, 100000)
                                : std::vector<int>{0, std::numeric_limits<int>::min(),
                                                   std::numeric_limits<int>::max()}[pick(0, 2)];

@@ -11,27 +11,16 @@
 
 #include "qmcore/platform/Error.hpp"
 #include "qmcore/testing/FakeEnv.hpp"
+#include "qmcore/testing/FileTesting.hpp"
 
 namespace qm {
 namespace {
 
 namespace fs = std::filesystem;
 
-// Runs a shell command; its standard output, or "exit N" appended when it fails.
-std::string run(const std::string& command) {
-  std::string out;
-  FILE* pipe = ::popen(command.c_str(), "r");
-  if (pipe == nullptr) return "popen failed";
-  char buffer[4096];
-  for (std::size_t n; (n = std::fread(buffer, 1, sizeof buffer, pipe)) > 0;) out.append(buffer, n);
-  const int status = ::pclose(pipe);
-  if (status != 0) out += "exit " + std::to_string(status);
-  return out;
-}
-
 // "name size crc-ok" for every entry, read back by Python's zipfile, one a line.
 std::string pythonListing(const fs::path& archive) {
-  return run(
+  return testing::run(
       "python3 -c 'import sys, zipfile\n"
       "z = zipfile.ZipFile(sys.argv[1])\n"
       "assert z.testzip() is None\n"
@@ -64,7 +53,7 @@ TEST_P(ZipArchiveTreeTest, ZipFileReadsBackTheItemUnderItsOwnName) {
   const fs::path archive = env_.temporaryDirectory() / "out.zip";
   writeZipArchive(root / GetParam().item, archive);
   EXPECT_EQ(pythonListing(archive), GetParam().listing);
-  EXPECT_EQ(run("unzip -tq '" + archive.string() + "' >/dev/null"), "");
+  EXPECT_EQ(testing::run("unzip -tq '" + archive.string() + "' >/dev/null"), "");
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -94,7 +83,8 @@ TEST(ZipArchiveTest, CompressesLikeZipSix) {
   writeFile(log, text);
   writeZipArchive(log, env.temporaryDirectory() / "big.zip");
   EXPECT_LT(fs::file_size(env.temporaryDirectory() / "big.zip"), text.size() / 4);
-  EXPECT_EQ(run("unzip -p '" + (env.temporaryDirectory() / "big.zip").string() + "'"), text);
+  EXPECT_EQ(testing::run("unzip -p '" + (env.temporaryDirectory() / "big.zip").string() + "'"),
+            text);
 }
 
 struct FaultCase {
