@@ -31,6 +31,13 @@ class UsageError : public std::runtime_error {
 // Parses a whole text as a number, or throws UsageError naming `what`.
 double parseNumber(const std::string& text, const std::string& what);
 
+// The shortest text that reads back as the same double, without an exponent unless the value
+// is too large or too small to read well without one: 180, 0.30479999, 156543.03392.
+std::string numberText(double value);
+
+// The whole content of the file at `path`, or UsageError "cannot read the file 'PATH'".
+std::string readFile(const std::string& path);
+
 void addUnitsCommands(CLI::App& app, ToolContext& context);     // units, convert
 void addSettingsCommands(CLI::App& app, ToolContext& context);  // settings
 void addDateCommands(CLI::App& app, ToolContext& context);      // date

@@ -1,8 +1,6 @@
 // qmcore get, post, download, sign and md5: requests to a download server, checked downloads,
 // signed download URLs and the digest texts they use.
 
-#include <fstream>
-#include <iterator>
 #include <memory>
 #include <optional>
 #include <string>
@@ -25,12 +23,6 @@ void printFailure(const Error& error, ToolContext& context) {
                  error.errorRundownText().value_or(""))
       .print(context);
   context.exitStatus = 1;
-}
-
-std::string readFile(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
-  if (!in) throw UsageError("cannot read the file '" + path + "'");
-  return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
 }
 
 void addGet(CLI::App& app, ToolContext& context) {

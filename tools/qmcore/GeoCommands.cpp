@@ -1,7 +1,6 @@
 // qmcore region, zoom, address and coordinates: regions fitted to coordinates, zoom levels and
 // ground resolution, the address texts of a place, and the coordinate format catalogs.
 
-#include <charconv>
 #include <cmath>
 #include <cstdint>
 #include <memory>
@@ -20,13 +19,6 @@
 
 namespace qm::tool {
 namespace {
-
-// The shortest text that reads back as the same double: 180, 2, 156543.03392.
-std::string numberText(double value) {
-  char buffer[64];
-  const auto result = std::to_chars(buffer, buffer + sizeof buffer, value);
-  return std::string(buffer, result.ptr);
-}
 
 double parseFinite(const std::string& text, const std::string& what) {
   const double value = parseNumber(text, what);

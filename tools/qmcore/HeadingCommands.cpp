@@ -1,7 +1,6 @@
 // qmcore heading and qmcore bearing: the texts of a compass heading on a turned display, and
 // the quadrant bearing of an azimuth.
 
-#include <charconv>
 #include <cmath>
 #include <cstdint>
 #include <memory>
@@ -44,13 +43,6 @@ double parseAngle(const std::string& text, const std::string& what) {
   const double value = parseNumber(text, what);
   if (!std::isfinite(value)) throw UsageError(what + " is not a finite number: '" + text + "'");
   return value;
-}
-
-// The shortest text that reads back as the same double.
-std::string numberText(double value) {
-  char buffer[64];
-  const auto result = std::to_chars(buffer, buffer + sizeof buffer, value);
-  return std::string(buffer, result.ptr);
 }
 
 // The host's say in the north type for one run: true north, or magnetic with --magnetic.

@@ -4,7 +4,6 @@
 #include <charconv>
 #include <cstdint>
 #include <fstream>
-#include <iterator>
 #include <memory>
 #include <optional>
 #include <string>
@@ -100,10 +99,9 @@ void runSequence(const SequenceOptions& o, const ToolContext& context) {
   printSequence(env, o.code, context);
 }
 
-Bytes readFile(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
-  if (!in) throw UsageError("cannot read '" + path + "'");
-  return Bytes(std::istreambuf_iterator<char>(in), {});
+Bytes readBytes(const std::string& path) {
+  const std::string content = readFile(path);
+  return Bytes(content.begin(), content.end());
 }
 
 struct ConvertOptions {
@@ -115,7 +113,7 @@ struct ConvertOptions {
 
 void runConvert(const ConvertOptions& o, const ToolContext& context) {
   const QMImageFormat format = o.format == "png" ? QMImageFormat::png : QMImageFormat::jpeg;
-  const Bytes input = readFile(o.input);
+  const Bytes input = readBytes(o.input);
   std::optional<Image> image;
   try {
     image = decodeImage(input);
@@ -190,7 +188,7 @@ void addPersistenceCommands(CLI::App& app, ToolContext& context) {
   auto file = std::make_shared<std::string>();
   detect->add_option("FILE", *file, "The file")->required();
   detect->callback([file, &context] {
-    const Bytes bytes = readFile(*file);
+    const Bytes bytes = readBytes(*file);
     Record(Record::Layout::kOneLine)
         .field("format", QMImageFormatDetector::formatName(QMImageFormatDetector::format(bytes)))
         .print(context);

@@ -1,7 +1,6 @@
 // qmcore units [KIND]: the built-in unit catalogs, sorted as the units provider lists them.
 // qmcore convert VALUE FROM TO: a value between two units of one kind.
 
-#include <charconv>
 #include <cmath>
 #include <memory>
 #include <optional>
@@ -23,18 +22,6 @@ std::string kindNames() {
     names += kind.name;
   }
   return names;
-}
-
-// The shortest text that reads back as the same double, without an exponent unless the
-// value is too large or too small to read well without one.
-std::string numberText(double value) {
-  const double magnitude = std::fabs(value);
-  const bool fixed = magnitude == 0.0 || (magnitude >= 1e-6 && magnitude < 1e21);
-  char buffer[512];
-  const auto result =
-      fixed ? std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed)
-            : std::to_chars(buffer, buffer + sizeof buffer, value);
-  return std::string(buffer, result.ptr);
 }
 
 void printKind(const UnitKind& kind, const ToolContext& context) {

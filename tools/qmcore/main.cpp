@@ -1,28 +1,11 @@
 // qmcore: shows what the QMCore library does, for app developers, testers and translators.
 
-#include <cerrno>
-#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 
 #include "qmcore/platform/Error.hpp"
 #include "qmcore/platform/Locale.hpp"
 #include "tools/qmcore/Commands.hpp"
-
-namespace qm::tool {
-
-double parseNumber(const std::string& text, const std::string& what) {
-  const char* begin = text.c_str();
-  char* end = nullptr;
-  errno = 0;
-  const double value = std::strtod(begin, &end);
-  if (text.empty() || end != begin + text.size() || errno == ERANGE || std::isnan(value)) {
-    throw UsageError(what + " is not a number: '" + text + "'");
-  }
-  return value;
-}
-
-}  // namespace qm::tool
 
 int main(int argc, char** argv) {
   CLI::App app("qmcore: units, unit settings and value texts of the QMCore library.", "qmcore");
