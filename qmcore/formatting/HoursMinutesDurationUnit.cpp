@@ -8,14 +8,9 @@
 #include "qmcore/platform/TextCase.hpp"
 #include "qmcore/platform/UnicodeText.hpp"
 #include "qmcore/strings/CoreStrings.hpp"
+#include "qmcore/units/QMTimeUnit.hpp"
 
 namespace qm {
-namespace {
-
-constexpr std::int64_t kSecondsPerMinute = 60;
-constexpr std::int64_t kSecondsPerHour = 3600;
-
-}  // namespace
 
 DurationUnitSettings HoursMinutesDurationUnit::defaultHoursSettings() {
   return DurationUnitSettings(capitalizedString(CoreStrings::CLSTRING("hours")), 24, 1, 1, 1, 0);

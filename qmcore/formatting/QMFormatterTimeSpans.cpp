@@ -12,10 +12,6 @@
 namespace qm {
 namespace {
 
-constexpr double kSecondsPerMinute = 60.0;
-constexpr double kSecondsPerHour = 3600.0;
-constexpr double kSecondsPerDay = 86400.0;
-
 // trunc(value) as an int, clamped to the int range; 0 for NaN. (Converting an out-of-range
 // double to int directly is undefined.)
 int truncatedInt(double value) {

@@ -7,6 +7,7 @@
 #include "qmcore/platform/InvariantFormat.hpp"
 #include "qmcore/provider/QMUnitCalculator.hpp"
 #include "qmcore/strings/CoreStrings.hpp"
+#include "qmcore/units/QMTimeUnit.hpp"
 #include "qmcore/units/UnitSystems.hpp"
 
 namespace qm {
@@ -14,7 +15,6 @@ namespace {
 
 // Below this speed (m/s) there is no pace.
 constexpr double kPaceFloorMetersPerSecond = 0.01;
-constexpr double kSecondsPerHour = 3600.0;
 
 // The localized text of the key that `field` picks from the row of `code`; "" for a code or
 // a row without a key.

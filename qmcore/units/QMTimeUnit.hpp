@@ -7,6 +7,7 @@
 #ifndef QMCORE_UNITS_QMTIMEUNIT_HPP_
 #define QMCORE_UNITS_QMTIMEUNIT_HPP_
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -23,6 +24,10 @@ extern const std::string_view QMHourTimeUnitAbbreviation;       // "h"
 extern const std::string_view QMMinuteTimeUnitAbbreviation;     // "m"
 extern const std::string_view QMSecondTimeUnitAbbreviation;     // "s"
 extern const std::string_view QMMinuteTimeUnitLocalizationKey;  // "m_minute"
+
+inline constexpr std::int64_t kSecondsPerMinute = 60;
+inline constexpr std::int64_t kSecondsPerHour = 3600;
+inline constexpr std::int64_t kSecondsPerDay = 86400;
 
 class QMTimeUnit : public QMUnit {
  public:
