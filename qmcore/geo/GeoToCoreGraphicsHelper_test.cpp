@@ -2,14 +2,15 @@
 
 #include <gtest/gtest.h>
 
-#include <limits>
 #include <optional>
+
+#include "qmcore/testing/NonFinite.hpp"
 
 namespace qm {
 namespace {
 
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double kInf = std::numeric_limits<double>::infinity();
+using testing::kInf;
+using testing::kNaN;
 
 TEST(GeoToCoreGraphicsHelperTest, MapsContainedPointsAndRefusesTheRest) {
   const MKMapRect rect{{100, 200}, {100, 50}};

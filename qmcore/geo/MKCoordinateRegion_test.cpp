@@ -3,14 +3,15 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <limits>
 #include <vector>
+
+#include "qmcore/testing/NonFinite.hpp"
 
 namespace qm {
 namespace {
 
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double kInf = std::numeric_limits<double>::infinity();
+using testing::kInf;
+using testing::kNaN;
 
 struct RegionCase {
   const char* what;

@@ -6,11 +6,13 @@
 #include <cstdint>
 #include <limits>
 
+#include "qmcore/testing/NonFinite.hpp"
+
 namespace qm {
 namespace {
 
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double kInf = std::numeric_limits<double>::infinity();
+using testing::kInf;
+using testing::kNaN;
 constexpr double kPi = 3.141592653589793;
 constexpr double kAtZoom0 = 156543.03392;
 

@@ -59,7 +59,7 @@ TEST(QMASCIIStringSanitizerTest, KeepsOnlySingleScalarPrintableCharacters) {
       {"\xe6\x97\xa5\xe6\x9c\xac", ""},
   };
   for (const auto& c : cases) {
-    SCOPED_TRACE(testing::PrintToString(std::string(c.in)));
+    SCOPED_TRACE(::testing::PrintToString(std::string(c.in)));
     EXPECT_EQ(sanitize(c.in), c.out);
     EXPECT_EQ(sanitize(c.in), walkEveryCluster(c.in));
   }
@@ -127,7 +127,7 @@ TEST(QMASCIIStringSanitizerTest, AgreesWithTheClusterWalkOnRandomMixedText) {
       text +=
           random() % 3 == 0 ? pieces[pick(random)] : std::string(1, "abc xyz.-_"[random() % 10]);
     }
-    ASSERT_EQ(sanitize(text), walkEveryCluster(text)) << testing::PrintToString(text);
+    ASSERT_EQ(sanitize(text), walkEveryCluster(text)) << ::testing::PrintToString(text);
   }
 }
 

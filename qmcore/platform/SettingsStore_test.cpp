@@ -9,13 +9,15 @@
 #include <string>
 #include <vector>
 
+#include "qmcore/testing/NonFinite.hpp"
+
 namespace qm {
 namespace {
 
 constexpr std::int64_t kMax = std::numeric_limits<std::int64_t>::max();
 constexpr std::int64_t kMin = std::numeric_limits<std::int64_t>::min();
-constexpr double kInf = std::numeric_limits<double>::infinity();
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+using testing::kInf;
+using testing::kNaN;
 
 struct ConversionCase {
   std::string name;

@@ -304,7 +304,7 @@ TEST(SqliteSettingsStoreTest, UnreadableFileIsSetAsideUnchangedAndTheStoreStarts
     c.damage(path);
     const std::string damaged = contentsOf(path);
 
-    testing::internal::CaptureStderr();
+    ::testing::internal::CaptureStderr();
     {
       SqliteSettingsStore store(path);
       EXPECT_TRUE(store.dictionaryRepresentation().empty());
@@ -312,7 +312,7 @@ TEST(SqliteSettingsStoreTest, UnreadableFileIsSetAsideUnchangedAndTheStoreStarts
       store.setInteger("fresh", 1);
       EXPECT_TRUE(store.synchronize());
     }
-    const std::string messages = testing::internal::GetCapturedStderr();
+    const std::string messages = ::testing::internal::GetCapturedStderr();
     EXPECT_NE(messages.find("not a readable settings store"), std::string::npos) << messages;
 
     const auto aside = filesStartingWith(path + ".damaged-");
@@ -335,9 +335,9 @@ TEST(SqliteSettingsStoreTest, SettingAsideNeverReplacesAnEarlierSetAsideFile) {
   }
   writeFile(path, "damaged again");
 
-  testing::internal::CaptureStderr();
+  ::testing::internal::CaptureStderr();
   { SqliteSettingsStore store(path); }
-  testing::internal::GetCapturedStderr();
+  ::testing::internal::GetCapturedStderr();
 
   for (std::size_t i = 0; i < earlier.size(); ++i) {
     EXPECT_EQ(contentsOf(earlier[i]), "earlier " + std::to_string(now + static_cast<long>(i)));
@@ -356,9 +356,9 @@ TEST(SqliteSettingsStoreTest, FileThatCannotBeOpenedLeavesTheStoreInMemory) {
   for (const std::string& path :
        {folder.file("blocker/settings.sqlite"), folder.file("folder.sqlite")}) {
     SCOPED_TRACE(path);
-    testing::internal::CaptureStderr();
+    ::testing::internal::CaptureStderr();
     SqliteSettingsStore store(path);
-    const std::string messages = testing::internal::GetCapturedStderr();
+    const std::string messages = ::testing::internal::GetCapturedStderr();
     EXPECT_NE(messages.find("kept in memory"), std::string::npos) << messages;
     EXPECT_FALSE(store.isPersistent());
     store.setInteger("works", 1);
@@ -405,7 +405,7 @@ TEST(SqliteSettingsStoreTest, RowsThisVersionCannotReadAreAbsentAndLeftInTheFile
     }
   }
   const auto rows = static_cast<std::int64_t>(readable.size() + std::size(unreadable));
-  testing::internal::CaptureStderr();
+  ::testing::internal::CaptureStderr();
   {
     SqliteSettingsStore store(path);
     EXPECT_EQ(store.dictionaryRepresentation(), readable);
@@ -418,7 +418,7 @@ TEST(SqliteSettingsStoreTest, RowsThisVersionCannotReadAreAbsentAndLeftInTheFile
     expected.emplace("another", 2);
     EXPECT_EQ(store.dictionaryRepresentation(), expected);
   }
-  const std::string messages = testing::internal::GetCapturedStderr();
+  const std::string messages = ::testing::internal::GetCapturedStderr();
   EXPECT_NE(messages.find(std::to_string(std::size(unreadable)) + " settings"), std::string::npos)
       << messages;
   internal::SqliteDatabase database = internal::SqliteDatabase::open(path);
