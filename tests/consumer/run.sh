@@ -20,8 +20,9 @@ if [ "$mode" = package ]; then
   cmake -S "$source_dir/tests/consumer" -B "$work/build" "${generator[@]}" \
     -DQM_CONSUME=package -DCMAKE_PREFIX_PATH="$work/prefix" >/dev/null
 else
+  # A batch of files at a time: the build that runs this test compiled each file on its own.
   cmake -S "$source_dir/tests/consumer" -B "$work/build" "${generator[@]}" \
-    -DQM_CONSUME=subdirectory -DQMCORE_SOURCE_DIR="$source_dir" >/dev/null
+    -DQM_CONSUME=subdirectory -DQMCORE_SOURCE_DIR="$source_dir" -DCMAKE_UNITY_BUILD=ON >/dev/null
 fi
 cmake --build "$work/build" -j2 >/dev/null
 text="$("$work/build/distance")"

@@ -11,6 +11,9 @@ work="$2"
 rm -rf "$work" && mkdir -p "$work"
 export LANG=en_US.UTF-8 TZ=UTC QM_SETTINGS_PATH="$work/settings.sqlite"
 unset LC_ALL LC_MESSAGES
+# The system's programs first: python3 is the one the bootstrap installs, not a version
+# manager's shim ahead of it on the PATH, which costs a third of a second a call.
+export PATH="/usr/bin:$PATH"
 failures=0
 checks=0
 
