@@ -27,7 +27,7 @@ std::string JsonEncoder::write(const nlohmann::json& value) const {
 nlohmann::json JsonDecoder::parse(std::string_view text) {
   try {
     return nlohmann::json::parse(text);
-  } catch (const nlohmann::json::parse_error& error) {
+  } catch (const nlohmann::json::exception& error) {  // bad syntax, or a number beyond a double
     throw JsonDecodingError(JsonDecodingError::Kind::kDataCorrupted, "JSON", {},
                             std::string("The given data was not valid JSON. ") + error.what());
   }
@@ -38,7 +38,7 @@ std::optional<nlohmann::json> JsonHelper::convertToDictionary(std::string_view t
     nlohmann::json value = nlohmann::json::parse(text);
     if (!value.is_object()) return std::nullopt;
     return value;
-  } catch (const nlohmann::json::parse_error& error) {
+  } catch (const nlohmann::json::exception& error) {
     std::printf("The data couldn't be read because it isn't in the correct format. (%s)\n",
                 error.what());
     return std::nullopt;

@@ -190,10 +190,14 @@ TEST(JsonHelperTest, ReadableDecodingErrorsNameTheKeyTypeAndPath) {
 }
 
 TEST(JsonHelperTest, CorruptTextIsTheCorruptDataErrorAndAGoodTextDecodes) {
-  const auto corrupt = JsonHelper::objectResultFromJsonString<Trip>("{\"name\":");
-  ASSERT_TRUE(corrupt && corrupt->index() == 1);
-  EXPECT_EQ(std::get<1>(*corrupt).code(), 4864);
-  EXPECT_NE(std::get<1>(*corrupt).domain(), "com.quillmark.account");
+  // The last two hold numbers beyond the double range.
+  for (const char* text : {"{\"name\":", "1E400", R"({"name":"x","start":-1e999})"}) {
+    SCOPED_TRACE(text);
+    const auto corrupt = JsonHelper::objectResultFromJsonString<Trip>(text);
+    ASSERT_TRUE(corrupt && corrupt->index() == 1);
+    EXPECT_EQ(std::get<1>(*corrupt).code(), 4864);
+    EXPECT_NE(std::get<1>(*corrupt).domain(), "com.quillmark.account");
+  }
 
   const auto good =
       JsonHelper::objectResultFromJsonString<Trip>(*JsonHelper::jsonStringFromObject(sampleTrip()));
@@ -273,8 +277,9 @@ TEST(JsonHelperTest, ConvertToDictionaryTakesObjectsOnly) {
   EXPECT_EQ(JsonHelper::convertToDictionary("\"text\""), std::nullopt);
   ::testing::internal::CaptureStdout();
   EXPECT_EQ(JsonHelper::convertToDictionary("{oops"), std::nullopt);
+  EXPECT_EQ(JsonHelper::convertToDictionary(R"({"a": 1e999})"), std::nullopt);
   const std::string printed = ::testing::internal::GetCapturedStdout();
-  EXPECT_EQ(std::count(printed.begin(), printed.end(), '\n'), 1) << printed;
+  EXPECT_EQ(std::count(printed.begin(), printed.end(), '\n'), 2) << printed;
 }
 
 struct Note {
