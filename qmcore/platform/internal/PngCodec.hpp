@@ -12,8 +12,9 @@
 
 namespace qm::internal {
 
-// Largest picture decoded, in pixels: bounds the memory a hostile header can ask for.
-inline constexpr std::uint64_t kMaxDecodedPixels = std::uint64_t{1} << 28;
+// Largest picture decoded, in pixels: bounds the memory a hostile header of a few hundred bytes
+// can ask for to 256 MiB, while a 48-megapixel camera picture still fits.
+inline constexpr std::uint64_t kMaxDecodedPixels = std::uint64_t{1} << 26;
 
 std::optional<std::vector<std::uint8_t>> pngEncode(const Image& image);
 // Throws ErrorException (domain kImageCodecErrorDomain, code 1).
