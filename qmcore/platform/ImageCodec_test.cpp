@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -167,6 +168,22 @@ TEST_F(ImageCodecTest, DamagedOrForeignDataIsAClearError) {
       EXPECT_EQ(e.error().code(), c.code);
       EXPECT_FALSE(e.error().localizedDescription().empty());
     }
+  }
+
+  // A frame header claiming 8192 x 8193 pixels, a row beyond the limit, is refused before any
+  // memory is taken for the pixels.
+  Bytes huge = jpeg;
+  const std::uint8_t startOfFrame[] = {0xFF, 0xC0};
+  const auto frame =
+      std::search(huge.begin(), huge.end(), std::begin(startOfFrame), std::end(startOfFrame));
+  ASSERT_NE(frame, huge.end());
+  const std::uint8_t heightAndWidth[] = {0x20, 0x01, 0x20, 0x00};
+  std::copy(std::begin(heightAndWidth), std::end(heightAndWidth), frame + 5);
+  try {
+    decodeImage(huge);
+    ADD_FAILURE() << "decoded";
+  } catch (const ErrorException& e) {
+    EXPECT_NE(e.error().localizedDescription().find("too many pixels"), std::string::npos);
   }
 }
 
