@@ -5,9 +5,6 @@ source "$(dirname "$0")/lib.sh" "$@"
 # parse: Unix seconds in the shortest fixed-point text, one line per argument.
 expect_line "946681200" -- date parse 2000-01-01T00:00:00+01:00
 expect_line "946728000" -- date parse "2000-01-01 12:00"
-expect_line "946684800.0010071" -- date parse 2000-01-01T00:00:00.0005Z
-expect_line "1000000000" -- date parse 2001-09-09T01:46:40Z
-expect_line "-62198755200" -- date parse -- -0001-01-01
 run_tool date parse 1970-01-01 2000-01-01T00:00:00.5Z 1969-12-31T23:59:59Z
 checks=$((checks + 1))
 if [ "$(cat "$work/out")" != "$(printf '0\n946684800.5\n-1')" ]; then
@@ -23,17 +20,12 @@ expect_fail 2 "TEXT is required" -- date parse
 # format: the fixed formats at a given moment (2020-05-01T10:00:00.123Z).
 at=1588327200.123
 expect_line "2020-05-01T10:00:00.123Z" -- date format xml --at $at
-expect_line "2020-05-01T10:00:00.12+0000" -- date format iso --at $at
 expect_line "2020-05-01T10-00-00-123+0000" -- date format filename --at $at
 expect_line "01-May-20 10:00:00" -- date format short --at $at
-expect_line "20200501_100000" -- date format backup --at $at
-expect_line "10:00:00.123" -- date format time --at $at
 expect_line "GMT" -- date format gmt --at $at
-expect_line "1969-12-31T23:59:58.500Z" -- date format xml --at -1.5
 expect_line "01-Mai-20 10:00:00" -- --locale de_DE date format short --at $at
 TZ=Europe/Berlin expect_line "2020-05-01T12:00:00.123+02:00" -- date format xml --at $at
 TZ=Europe/Berlin expect_line "MESZ" -- --locale de_DE date format zone --at $at
-TZ=America/New_York expect_line "EST" -- date format zone --at 1610753400
 # Without --at: the current moment.
 expect "$(date -u +%Y%m%d)_" -- date format backup
 expect "shortdate" -- date format --help

@@ -8,8 +8,6 @@ expect_fail 2 "" -- no-such-command
 expect_line $'.length-foot\tFoot\tft\t0.30479999\t1 ft = 0.304800 m' -- units length
 expect_line $'.speed-knot\tKNOTS\tkts\t1.852\tNautical. 1.00 kts = 1.85 km/h or 1.15 mph' -- units speed
 expect_line $'.speed-knot\tKNOTEN\tkn\t1.852\tNautisch. 1.00 kn = 1.85 km/h oder 1.15 mph' -- --locale de_DE units speed
-expect_line $'.distance-meter\tMeters\tm\t1\t1 m = 3.280840 ft' -- units distance
-expect_line $'.area-squaremile\tSquare mile\tmi²\t2589988.110336\t1 mi² = 2589988.110336 m²' -- units area
 expect_line $'.pressure-inHg\tinHg\tinHg\t33.8638815767\t1 inHg = 33.86 hPa' -- units pressure
 expect_line $'.temperature-f\t°F\t°F\t10\t0°F = -18°C' -- units temperature
 expect_line $'.time-second\tsecond\ts\t1\t1 s = 1.000000 m' -- units time
@@ -34,27 +32,18 @@ fi
 
 # Conversions: by identifier or by an abbreviation that is unambiguous within a kind.
 expect_line "0.30479999" -- convert 1 .length-foot .length-meter
-expect_line "0.3048" -- convert 1 .altitude-foot .altitude-meter
 expect_line "0.30479999" -- convert 1 ft m
-expect_line "1.609344" -- convert 1 mi km
 expect_line "2.5" -- convert 2.5 km km
 expect_line "98" -- convert 36.6 .temperature-c .temperature-f
-expect_line "-40" -- convert -40 °C °F
-expect_line "36.666666666666664" -- convert 98 °F °C
 expect_line "1.60934" -- convert 1 mph km/h
-expect_line "60" -- convert 1 m/s m/min
-expect_line "10" -- convert 1 ha daa
-expect_line "1000000" -- convert 1 km² m²
 expect_line "1.852" -- --locale de_DE convert 1 sm km
 
 # Nonsense: one line on stderr, exit status 2.
 expect_fail 2 "value is not a number: 'x'" -- convert x m km
-expect_fail 2 "value is not a number: '1,5'" -- convert 1,5 m km
 expect_fail 2 "unknown unit 'parsec'" -- convert 1 parsec m
 expect_fail 2 "unknown unit '.length-parsec'" -- convert 1 m .length-parsec
 expect_fail 2 "not units of one kind" -- convert 1 m kts
 expect_fail 2 "not units of one kind" -- convert 1 .length-foot .distance-meter
-expect_fail 2 "not units of one kind" -- convert 1 °C km
 expect_fail 2 "unknown kind 'volume'" -- units volume
 expect_fail 2 "" -- convert 1 m
 
