@@ -151,11 +151,23 @@ bool holdsInteger(const nlohmann::json& value) {
   }
   return false;
 }
+
+// Lists and string-keyed maps, whose elements are decoded one by one with decodeValue, so that
+// they are read as strictly as single values are.
+template <typename T>
+concept JsonList = !std::is_same_v<T, std::string> && requires(T list) {
+  list.push_back(std::declval<typename T::value_type>());
+};
+template <typename T>
+concept JsonStringMap = std::is_same_v<typename T::key_type, std::string> && requires {
+  typename T::mapped_type;
+};
 }  // namespace internal
 
 // Decodes `value` as T, turning nlohmann/json's conversion errors into JsonDecodingError.
-// Numbers, Booleans and strings are read strictly, as the platform's decoder does: no
-// Boolean as a number, no 1.5 as an integer, no number as a string.
+// Numbers, Booleans and strings are read strictly, as the platform's decoder does, in lists and
+// string-keyed maps too: no Boolean as a number, no 1.5 or 1e99 as an integer, no number as a
+// string.
 template <typename T>
 T decodeValue(const nlohmann::json& value) {
   if constexpr (std::is_same_v<T, bool>) {
@@ -168,6 +180,28 @@ T decodeValue(const nlohmann::json& value) {
     if (!value.is_number()) throw internal::valueError(value, JsonTypeName<T>::value, {});
   } else if constexpr (std::is_same_v<T, std::string>) {
     if (!value.is_string()) throw internal::valueError(value, JsonTypeName<T>::value, {});
+  } else if constexpr (internal::JsonList<T>) {
+    if (!value.is_array()) throw internal::valueError(value, "Array", {});
+    T list;
+    for (std::size_t i = 0; i < value.size(); ++i) {
+      try {
+        list.push_back(decodeValue<typename T::value_type>(value[i]));
+      } catch (const JsonDecodingError& error) {
+        throw error.nestedIn("Index " + std::to_string(i));
+      }
+    }
+    return list;
+  } else if constexpr (internal::JsonStringMap<T>) {
+    if (!value.is_object()) throw internal::valueError(value, "Dictionary", {});
+    T map;
+    for (const auto& [key, item] : value.items()) {
+      try {
+        map.emplace(key, decodeValue<typename T::mapped_type>(item));
+      } catch (const JsonDecodingError& error) {
+        throw error.nestedIn(key);
+      }
+    }
+    return map;
   }
   try {
     return value.get<T>();

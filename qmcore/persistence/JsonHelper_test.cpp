@@ -360,12 +360,26 @@ TEST(JsonFieldWrappersTest, DefaultsFillMissingAndNullFieldsButNotWrongTypes) {
   EXPECT_EQ(given->tags.wrappedValue, (std::vector<std::int64_t>{1, 2}));
   EXPECT_EQ(given->extra.wrappedValue.at("k"), "v");
 
-  const auto wrong = JsonHelper::objectResultFromJsonString<Note>(R"({"title":null,"views":"7"})");
-  ASSERT_TRUE(wrong && wrong->index() == 1);
-  EXPECT_THAT(std::get<1>(*wrong).localizedDescription(),
-              ::testing::StartsWith("Type: Note, Type 'Int' mismatch"));
-  EXPECT_THAT(std::get<1>(*wrong).localizedDescription(),
-              ::testing::EndsWith("codingPath: [views]"));
+  // A present value of another type fails, in lists and maps too.
+  const struct {
+    const char* text;
+    const char* mismatch;
+    const char* path;
+  } wrongs[] = {
+      {R"({"title":null,"views":"7"})", "Type 'Int' mismatch", "[views]"},
+      {R"({"title":null,"tags":[1,5e99]})", "Type 'Int' mismatch", "[tags, Index 1]"},
+      {R"({"title":null,"tags":[true]})", "Type 'Int' mismatch", "[tags, Index 0]"},
+      {R"({"title":null,"tags":{"a":1}})", "Type 'Array' mismatch", "[tags]"},
+      {R"({"title":null,"extra":{"k":1}})", "Type 'String' mismatch", "[extra, k]"},
+  };
+  for (const auto& c : wrongs) {
+    SCOPED_TRACE(c.text);
+    const auto wrong = JsonHelper::objectResultFromJsonString<Note>(c.text);
+    ASSERT_TRUE(wrong && wrong->index() == 1);
+    const std::string description = std::get<1>(*wrong).localizedDescription();
+    EXPECT_THAT(description, ::testing::StartsWith(std::string("Type: Note, ") + c.mismatch));
+    EXPECT_THAT(description, ::testing::EndsWith(std::string("codingPath: ") + c.path));
+  }
 }
 
 TEST(JsonFieldWrappersTest, DefaultWrappersCompareAndHashByValue) {
