@@ -6,6 +6,7 @@
 
 #include <cmath>
 #include <cstdio>
+#include <cstdlib>
 #include <utility>
 
 #include "qmcore/files/DebugLog.hpp"
@@ -94,10 +95,14 @@ void defaultDiagnostic(const std::string& text) {
 }  // namespace
 
 QMFileLogger& QMFileLogger::shared() {
-  // Never destroyed: its queues may still be used while other static
-  // objects are torn down at exit, and libraries used on its threads (libzip, OpenSSL) clean up
-  // at exit while those threads are alive.
-  static QMFileLogger* const logger = std::make_unique<QMFileLogger>(Env::Default()).release();
+  // Never destroyed: libraries used on its threads (libzip, OpenSSL) clean up at exit while
+  // those threads are alive. Its queues are drained at exit instead, before the static objects
+  // that its work uses and that were made before it (the Env, the date formatters) are destroyed.
+  static QMFileLogger* const logger = [] {
+    QMFileLogger* const made = std::make_unique<QMFileLogger>(Env::Default()).release();
+    std::atexit([] { shared().waitUntilAllOperationsAreFinished(); });
+    return made;
+  }();
   return *logger;
 }
 
