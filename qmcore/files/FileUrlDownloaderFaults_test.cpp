@@ -18,18 +18,21 @@
 namespace qm {
 namespace {
 
-// Shortens the time-outs for one test, so that waiting for them keeps the suite fast.
-class ScopedTimeouts {
+// Shortens the time-outs to 2 s for one test, so that waiting for them keeps the suite fast:
+// long enough still for a loopback response under ThreadSanitizer on a busy machine.
+class ShortTimeouts {
  public:
-  explicit ScopedTimeouts(FileUrlDownloaderTimeouts timeouts)
-      : saved_(FileUrlDownloader::timeouts()) {
-    FileUrlDownloader::setTimeouts(timeouts);
+  ShortTimeouts() : saved_(FileUrlDownloader::timeouts()) {
+    FileUrlDownloader::setTimeouts({.text = 2, .data = 2});
   }
-  ~ScopedTimeouts() { FileUrlDownloader::setTimeouts(saved_); }
+  ~ShortTimeouts() { FileUrlDownloader::setTimeouts(saved_); }
 
  private:
   const FileUrlDownloaderTimeouts saved_;
 };
+
+// Silent for twice the short time-out.
+constexpr const char* kSilentPath = "/silent/4000";
 
 constexpr std::int64_t kCurlPartialFile = 18;
 constexpr std::int64_t kCurlTimedOut = 28;
@@ -51,14 +54,14 @@ class FileUrlDownloaderFaultsTest : public ::testing::Test {
 };
 
 TEST_F(FileUrlDownloaderFaultsTest, TransportErrorsOfDataGetsCarryTheirDescription) {
-  const ScopedTimeouts fast({.text = 1, .data = 1});
+  const ShortTimeouts fast;
   testing::ClosingServer closing;
   const struct {
     std::string url;
     std::int64_t curlCode;  // 0: either "got nothing" or "connection reset"
   } cases[] = {
       {server_.url("/short"), kCurlPartialFile},
-      {server_.url("/silent/3000"), kCurlTimedOut},
+      {server_.url(kSilentPath), kCurlTimedOut},
       {closing.url("/x"), 0},
   };
   for (const auto& c : cases) {
@@ -70,10 +73,10 @@ TEST_F(FileUrlDownloaderFaultsTest, TransportErrorsOfDataGetsCarryTheirDescripti
 }
 
 TEST_F(FileUrlDownloaderFaultsTest, TextAndJsonGetsWrapTransportErrors) {
-  const ScopedTimeouts fast({.text = 1, .data = 1});
+  const ShortTimeouts fast;
   std::optional<Error> error;
-  EXPECT_FALSE(FileUrlDownloader::stringWithGetFromUrlString(server_.url("/silent/3000"), &error)
-                   .has_value());
+  EXPECT_FALSE(
+      FileUrlDownloader::stringWithGetFromUrlString(server_.url(kSilentPath), &error).has_value());
   expectTransportError(error, kCurlTimedOut);
   // The text GET's error has no description of its own.
   EXPECT_EQ(error->userInfo().count(std::string(kLocalizedDescriptionKey)), 0u);
@@ -91,14 +94,14 @@ TEST_F(FileUrlDownloaderFaultsTest, TextAndJsonGetsWrapTransportErrors) {
 }
 
 TEST_F(FileUrlDownloaderFaultsTest, TheTimeOutIsAnIdleTimeOut) {
-  // 24 bytes, one every 100 ms: 2.4 s in all against a time-out of 1 s.
-  const ScopedTimeouts fast({.text = 1, .data = 1});
+  // 12 bytes, one every 200 ms: 2.4 s in all against a time-out of 2 s.
+  const ShortTimeouts fast;
   std::optional<Error> error;
-  EXPECT_EQ(FileUrlDownloader::dataWithGetFromUrlString(server_.url("/slow/24/100"), &error),
-            std::string(24, 's'));
+  EXPECT_EQ(FileUrlDownloader::dataWithGetFromUrlString(server_.url("/slow/12/200"), &error),
+            std::string(12, 's'));
   EXPECT_FALSE(error.has_value());
-  EXPECT_EQ(FileUrlDownloader::stringWithGetFromUrlString(server_.url("/slow/24/100")),
-            std::string(24, 's'));
+  EXPECT_EQ(FileUrlDownloader::stringWithGetFromUrlString(server_.url("/slow/12/200")),
+            std::string(12, 's'));
 }
 
 TEST_F(FileUrlDownloaderFaultsTest, TextGetsGiveUpAfterFiveSilentSeconds) {
