@@ -12,16 +12,11 @@ if [[ "$version" != *"version 14."* ]]; then
   exit 2
 fi
 
-unformatted=()
-while IFS= read -r -d '' file; do
-  if ! clang-format --style=file "$file" | cmp -s - "$file"; then
-    unformatted+=("$file")
-  fi
-done < <(git ls-files -z -- '*.cpp' '*.hpp')
-
-if [ ${#unformatted[@]} -gt 0 ]; then
+# One clang-format process for all the files: a process per file took most of a minute.
+if ! report="$(git ls-files -z -- '*.cpp' '*.hpp' |
+               xargs -0 clang-format --style=file --dry-run --Werror 2>&1)"; then
   echo "check-format: clang-format would change these files:" >&2
-  printf '  %s\n' "${unformatted[@]}" >&2
+  grep -o '^[^:]*:[0-9]*:[0-9]*: error' <<<"$report" | cut -d: -f1 | sort -u | sed 's/^/  /' >&2
   exit 1
 fi
 echo "check-format: every tracked .cpp and .hpp file is formatted"
