@@ -20,7 +20,7 @@ if [ "$mode" = package ]; then
   cmake -S "$source_dir/tests/consumer" -B "$work/build" "${generator[@]}" \
     -DQM_CONSUME=package -DCMAKE_PREFIX_PATH="$work/prefix" >/dev/null
 else
-  # A batch of files at a time: the build that runs this test compiled each file on its own.
+  # A batch of files at a time, as CI's other builds.
   cmake -S "$source_dir/tests/consumer" -B "$work/build" "${generator[@]}" \
     -DQM_CONSUME=subdirectory -DQMCORE_SOURCE_DIR="$source_dir" -DCMAKE_UNITY_BUILD=ON >/dev/null
 fi
