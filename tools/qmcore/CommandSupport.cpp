@@ -23,6 +23,12 @@ double parseNumber(const std::string& text, const std::string& what) {
   return value;
 }
 
+double parseFiniteNumber(const std::string& text, const std::string& what) {
+  const double value = parseNumber(text, what);
+  if (!std::isfinite(value)) throw UsageError(what + " is not a finite number: '" + text + "'");
+  return value;
+}
+
 std::string numberText(double value) {
   const double magnitude = std::fabs(value);
   const bool fixed = magnitude == 0.0 || (magnitude >= 1e-6 && magnitude < 1e21);

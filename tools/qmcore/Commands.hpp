@@ -30,6 +30,8 @@ class UsageError : public std::runtime_error {
 
 // Parses a whole text as a number, or throws UsageError naming `what`.
 double parseNumber(const std::string& text, const std::string& what);
+// The same, and UsageError "WHAT is not a finite number" for an infinity.
+double parseFiniteNumber(const std::string& text, const std::string& what);
 
 // The shortest text that reads back as the same double, without an exponent unless the value
 // is too large or too small to read well without one: 180, 0.30479999, 156543.03392.

@@ -135,10 +135,7 @@ void addValueCommands(CLI::App& app, ToolContext& context) {
   format->add_option("VALUE", options->value, "The measured value in SI units")->required();
   format->callback([options, &context] {
     const Texts texts = textsForKind(options->kind);
-    const double value = parseNumber(options->value, "VALUE");
-    if (!std::isfinite(value)) {
-      throw UsageError("VALUE is not a finite number: '" + options->value + "'");
-    }
+    const double value = parseFiniteNumber(options->value, "VALUE");
     Record record(Record::Layout::kLabelledLines);
     texts(toolProvider(context), value, record);
     record.print(context);

@@ -20,12 +20,6 @@
 namespace qm::tool {
 namespace {
 
-double parseFinite(const std::string& text, const std::string& what) {
-  const double value = parseNumber(text, what);
-  if (!std::isfinite(value)) throw UsageError(what + " is not a finite number: '" + text + "'");
-  return value;
-}
-
 std::int64_t parseWhole(const std::string& text, const std::string& what) {
   const double value = parseNumber(text, what);
   // 2^63 is the first double beyond the 64-bit range.
@@ -97,7 +91,7 @@ void addZoomCommands(CLI::App& app, ToolContext& context) {
   resolution->add_option("--latitude", options->latitude, "Degrees")->required();
   resolution->add_option("--zoom", options->zoom, "Zoom level, a whole number")->required();
   resolution->callback([options, &context] {
-    const double latitude = parseFinite(options->latitude, "--latitude");
+    const double latitude = parseFiniteNumber(options->latitude, "--latitude");
     const std::int64_t level = parseWhole(options->zoom, "--zoom");
     const double meters = MapZoomHelper::metersPerPixel(latitude, level);
     Record(Record::Layout::kOneLine)
@@ -115,9 +109,9 @@ void addZoomCommands(CLI::App& app, ToolContext& context) {
   altitude->add_option("--height", options->height, "Viewport height in points")->required();
   altitude->callback([options, &context] {
     const std::int64_t level = parseWhole(options->zoom, "--zoom");
-    const double latitude = parseFinite(options->latitude, "--latitude");
-    const double pitch = parseFinite(options->pitch, "--pitch");
-    const double height = parseFinite(options->height, "--height");
+    const double latitude = parseFiniteNumber(options->latitude, "--latitude");
+    const double pitch = parseFiniteNumber(options->pitch, "--pitch");
+    const double height = parseFiniteNumber(options->height, "--height");
     const double meters = MapZoomHelper::altitude(level, latitude, pitch, {0, height});
     Record(Record::Layout::kOneLine)
         .field("altitude", jsonNumber(meters), numberText(meters))
@@ -131,10 +125,10 @@ void addZoomCommands(CLI::App& app, ToolContext& context) {
   level->add_option("--pitch", options->pitch, "Camera pitch in degrees (default 0)");
   level->add_option("--height", options->height, "Viewport height in points")->required();
   level->callback([options, &context] {
-    const double meters = parseFinite(options->altitude, "--altitude");
-    const double latitude = parseFinite(options->latitude, "--latitude");
-    const double pitch = parseFinite(options->pitch, "--pitch");
-    const CGSize viewport{0, parseFinite(options->height, "--height")};
+    const double meters = parseFiniteNumber(options->altitude, "--altitude");
+    const double latitude = parseFiniteNumber(options->latitude, "--latitude");
+    const double pitch = parseFiniteNumber(options->pitch, "--pitch");
+    const CGSize viewport{0, parseFiniteNumber(options->height, "--height")};
     // The library stops the program for a zoom that is no number; say so instead.
     if (!std::isfinite(MapZoomHelper::zoomLevelValue(meters, latitude, pitch, viewport))) {
       throw UsageError("no zoom level for latitude " + options->latitude + " and altitude " +

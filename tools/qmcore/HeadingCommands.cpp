@@ -1,7 +1,6 @@
 // qmcore heading and qmcore bearing: the texts of a compass heading on a turned display, and
 // the quadrant bearing of an azimuth.
 
-#include <cmath>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -39,12 +38,6 @@ DisplayOrientation parseOrientation(const std::string& name) {
   throw UsageError("unknown orientation '" + name + "' (one of " + names + ")");
 }
 
-double parseAngle(const std::string& text, const std::string& what) {
-  const double value = parseNumber(text, what);
-  if (!std::isfinite(value)) throw UsageError(what + " is not a finite number: '" + text + "'");
-  return value;
-}
-
 // The host's say in the north type for one run: true north, or magnetic with --magnetic.
 class NorthTypeSettings final : public EnvironmentSettingsDelegate {
  public:
@@ -63,7 +56,7 @@ struct HeadingOptions {
 };
 
 void printHeadingTexts(const HeadingOptions& options, const ToolContext& context) {
-  const double degrees = parseAngle(options.degrees, "DEGREES");
+  const double degrees = parseFiniteNumber(options.degrees, "DEGREES");
   // As a host app would: report the display orientation and the north type, then ask.
   setCurrentDisplayOrientation(parseOrientation(options.orientation));
   const std::int64_t trueOrMagnetic = options.magnetic ? 1 : 0;
@@ -107,7 +100,7 @@ void addHeadingCommands(CLI::App& app, ToolContext& context) {
   auto azimuth = std::make_shared<std::string>();
   bearing->add_option("AZIMUTH", *azimuth, "Degrees clockwise from north")->required();
   bearing->callback([azimuth, &context] {
-    const double degrees = parseAngle(*azimuth, "AZIMUTH");
+    const double degrees = parseFiniteNumber(*azimuth, "AZIMUTH");
     Record(Record::Layout::kOneLine)
         .jsonField("azimuth", degrees)
         .field("text", BearingFormatter::textForAzimuth(degrees))

@@ -50,8 +50,7 @@ void addTextCommands(CLI::App& app, ToolContext& context) {
   auto ticks = std::make_shared<std::string>();
   time->add_option("TICKS", *ticks, "The time span in seconds")->required();
   time->callback([ticks, &context] {
-    const double value = parseNumber(*ticks, "TICKS");
-    if (!std::isfinite(value)) throw UsageError("TICKS is not a finite number: '" + *ticks + "'");
+    const double value = parseFiniteNumber(*ticks, "TICKS");
     printTimeTexts(value, context);
   });
 
