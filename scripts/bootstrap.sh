@@ -9,6 +9,8 @@ packages=(
   libpng-dev libjpeg-dev nlohmann-json3-dev libcli11-dev
   libgtest-dev libgmock-dev libbenchmark-dev libcpp-httplib-dev
   locales zip unzip python3
+  # Line coverage (scripts/coverage.sh).
+  gcovr
   # libzip's CMake package names these programs and fails to load without them.
   zipcmp zipmerge ziptool
 )
