@@ -1,9 +1,10 @@
 #!/usr/bin/env bash
 # Every check CI runs, one after another: the release (g++), debug (AddressSanitizer and
 # UndefinedBehaviorSanitizer) and clang builds with all their tests, the ThreadSanitizer build
-# of the tests that use threads with those tests, the format check, and a short run of each
-# fuzzer as a regression check (the same 20000 inputs from a fixed seed every time, so that a
-# run does not fail by chance: long runs are scripts/fuzz.sh SECONDS).
+# of the tests that use threads with those tests, the tests' share of the code (at most 0.35),
+# the format check, and a short run of each fuzzer as a regression check (the same 20000
+# inputs from a fixed seed every time, so that a run does not fail by chance: long runs are
+# scripts/fuzz.sh SECONDS).
 set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/bootstrap.sh
@@ -15,6 +16,8 @@ for preset in release debug clang tsan; do
   cmake --build --preset "$preset"
   ctest --preset "$preset"
 done
+echo "== test ratio =="
+scripts/test-ratio.sh
 echo "== format =="
 scripts/check-format.sh
 echo "== fuzz =="
