@@ -1,10 +1,11 @@
 // How a value of a defaults-backed property becomes a stored object and back.
 //
 // Reading back is strict, as the platform's bridging of property-list objects is: a number is
-// accepted for an integer, float or Bool only when that type holds it exactly (2.0 reads as
-// the integer 2, 2.5 does not; 1 reads as true, 2 does not; 0.1 stored as a double is not a
-// float), a string is never a number and a number never a string. A value that does not
-// convert is reported as absent, and the property then reads its default.
+// accepted for an integer, double, float or Bool only when that type holds it exactly (2.0
+// reads as the integer 2, 2.5 does not; 1 reads as true, 2 does not; 0.1 stored as a double is
+// not a float; 2^53 + 1 stored as an integer is not a double), a string is never a number and
+// a number never a string. A value that does not convert is reported as absent, and the
+// property then reads its default.
 
 #ifndef QMCORE_PERSISTENCE_SETTINGSBRIDGE_HPP_
 #define QMCORE_PERSISTENCE_SETTINGSBRIDGE_HPP_
@@ -27,7 +28,8 @@ template <typename Value>
 struct SettingsBridge;
 
 namespace internal {
-// The stored number as a double, when the object is a number (or a Bool, as 0 or 1).
+// The stored number as a double, when the object is a number (or a Bool, as 0 or 1) that a
+// double holds exactly.
 std::optional<double> storedNumber(const SettingsValue& object);
 std::optional<std::int64_t> exactInteger(const SettingsValue& object);
 }  // namespace internal

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <limits>
 #include <memory>
 #include <string>
 
@@ -58,23 +59,33 @@ TEST_F(UserDefaultsBackedTest, AStoredValueOfAnotherKindReadsAsTheDefaultAndStay
   const struct {
     const char* name;
     SettingsValue stored;
-    bool intReads, floatReads, boolReads, stringReads;
+    bool intReads, floatReads, doubleReads, boolReads, stringReads;
   } cases[] = {
-      {"integer 1", SettingsValue(1), true, true, true, false},
-      {"integer 2", SettingsValue(2), true, true, false, false},
-      {"whole double", SettingsValue(2.0), true, true, false, false},
-      {"double 2.5", SettingsValue(2.5), false, true, false, false},
-      {"double 0.1 (not a float)", SettingsValue(0.1), false, false, false, false},
-      {"bool", SettingsValue(true), true, true, true, false},
-      {"number text", SettingsValue("7"), false, false, false, true},
-      {"bytes", SettingsValue(SettingsValue::Bytes{1}), false, false, false, false},
-      {"double 2^63", SettingsValue(9223372036854775808.0), false, true, false, false},
+      {"integer 1", SettingsValue(1), true, true, true, true, false},
+      {"integer 2", SettingsValue(2), true, true, true, false, false},
+      {"whole double", SettingsValue(2.0), true, true, true, false, false},
+      {"double 2.5", SettingsValue(2.5), false, true, true, false, false},
+      {"double 0.1 (not a float)", SettingsValue(0.1), false, false, true, false, false},
+      {"bool", SettingsValue(true), true, true, true, true, false},
+      {"number text", SettingsValue("7"), false, false, false, false, true},
+      {"bytes", SettingsValue(SettingsValue::Bytes{1}), false, false, false, false, false},
+      {"double 2^63", SettingsValue(9223372036854775808.0), false, true, true, false, false},
+      // Integers are compared as integers: widened to a double first, these would pass.
+      {"integer 2^24+1 (not a float)", SettingsValue(16777217), true, false, true, false, false},
+      {"integer 2^53+1 (not a double)", SettingsValue(std::int64_t{9007199254740993}), true, false,
+       false, false, false},
+      {"integer 2^63-1 (not a double)", SettingsValue(std::numeric_limits<std::int64_t>::max()),
+       true, false, false, false, false},
+      {"integer -2^63", SettingsValue(std::numeric_limits<std::int64_t>::min()), true, true, true,
+       false, false},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.name);
     standard_->setObject("k", c.stored);
     EXPECT_EQ(UserDefaultsBackedInt(-9, "k", defaults_).wrappedValue() != -9, c.intReads);
     EXPECT_EQ(UserDefaultsBackedFloat(-9.f, "k", defaults_).wrappedValue() != -9.f, c.floatReads);
+    EXPECT_EQ(UserDefaultsBacked<double>(-9.0, "k", defaults_).wrappedValue() != -9.0,
+              c.doubleReads);
     // A Bool reads the store when both defaults give the same answer.
     EXPECT_EQ(UserDefaultsBackedBool(false, "k", defaults_).wrappedValue() ==
                   UserDefaultsBackedBool(true, "k", defaults_).wrappedValue(),
