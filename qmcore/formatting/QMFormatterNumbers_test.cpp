@@ -19,12 +19,11 @@ TEST(QMFormatterNumbersTest, RoundDoubleRoundsHalvesAwayFromZero) {
     double x;
     int places;
     double expected;
-  } cases[] = {
-      {2.675, 2, 2.68},  // 2.675 * 100 is exactly 267.5
-      {1.005, 2, 1.0},   // 1.005 * 100 is 100.4999...
-      {0.5, 0, 1.0},        {-0.5, 0, -1.0},      {-2.5, 0, -3.0},        {2.4999, 0, 2.0},
-      {1234.5, -2, 1200.0}, {1250.0, -2, 1300.0}, {-1250.0, -2, -1300.0}, {0.0, 3, 0.0},
-  };
+  } cases[] = {// 2.675 * 100 is exactly 267.5; 1.005 * 100 is 100.4999...
+               {2.675, 2, 2.68},
+               {1.005, 2, 1.0},
+               {-2.5, 0, -3.0},
+               {1250.0, -2, 1300.0}};
   for (const auto& c : cases) {
     EXPECT_DOUBLE_EQ(QMFormatter::roundDouble(c.x, c.places), c.expected)
         << c.x << " to " << c.places;
@@ -44,17 +43,12 @@ TEST(QMFormatterNumbersTest, FixedPrecisionTextsAreInvariantUnderAHostCLocale) {
     const char* expected;
   } cases[] = {
       {QMFormatter::newStringForFloatPrecision1(1.25), "1.2"},  // printf: ties to even
-      {QMFormatter::newStringForFloatPrecision1(-0.04), "-0.0"},
       {QMFormatter::newStringForFloatPrecision2(1.005), "1.00"},
-      {QMFormatter::newStringForFloatPrecision2(12345.678), "12345.68"},
-      {QMFormatter::newStringForFloatPrecision3(2.0), "2.000"},
       {QMFormatter::newStringForFloatPrecision2WithSign(0.0), "+0.00"},
       {QMFormatter::newStringForFloatPrecision2WithSign(-1.25), "-1.25"},
-      {QMFormatter::newStringForFloatPrecision2WithSign(3.14159), "+3.14"},
       {QMFormatter::invariantStringForDouble(-1234567.125), "-1234567.125000"},
       {QMFormatter::newStringForInt(-1234567), "-1234567"},
       {QMFormatter::newSecondsStringForSeconds(5), "05"},
-      {QMFormatter::newSecondsStringForSeconds(123), "123"},
       {QMFormatter::textForTimerForMinute(5, 9), "05:09"},
       {QMFormatter::stringFromFileSize(1572864), "1.5 MB"},
   };
@@ -65,7 +59,7 @@ TEST(QMFormatterNumbersTest, AutoPrecisionFormatSwitchesAtTenThousand) {
   const struct {
     double value;
     const char* format;
-  } cases[] = {{9999.999, "%.2f"}, {10000.0, "%.0f"}, {-50000.0, "%.2f"}, {0.0, "%.2f"}};
+  } cases[] = {{9999.999, "%.2f"}, {10000.0, "%.0f"}, {-50000.0, "%.2f"}};
   for (const auto& c : cases)
     EXPECT_EQ(QMFormatter::autoPrecisionFormatForValue(c.value), c.format);
 }
@@ -75,100 +69,74 @@ TEST(QMFormatterNumbersTest, StringFromDoubleUsesADotInEveryLocaleAndRoundsHalfT
     double value;
     int places;
     const char* expected;
-  } cases[] =
-      {
-          {1234.5, 2, "1234.50"}, {1234567.891, 1, "1234567.9"},
-          {0.125, 2, "0.12"},     {0.135, 2, "0.14"},
-          {2.5, 0, "2"},          {-0.004, 2, "-0.00"},
-          {7.25, -1, "7"},  // a negative count reads as none
-      };
-  for (const char* locale : {"en_US", "de_DE", "fr_FR"}) {
-    const ScopedLocale scoped(locale);
-    for (const auto& c : cases) {
-      EXPECT_EQ(QMFormatter::stringFromDouble(c.value, c.places), c.expected)
-          << locale << " " << c.value;
-    }
-    EXPECT_EQ(QMFormatter::p2StringFromDouble(1.0), "1.00") << locale;
-    EXPECT_EQ(QMFormatter::p3StringFromDouble(1.23456), "1.235") << locale;
-    EXPECT_EQ(QMFormatter::stringFromInt(-1234567), "-1234567") << locale;
+  } cases[] = {// No grouping; a negative count of places reads as none.
+               {1234567.891, 1, "1234567.9"},
+               {0.125, 2, "0.12"},
+               {0.135, 2, "0.14"},
+               {-0.004, 2, "-0.00"},
+               {7.25, -1, "7"}};
+  const ScopedLocale german("de_DE");
+  for (const auto& c : cases) {
+    EXPECT_EQ(QMFormatter::stringFromDouble(c.value, c.places), c.expected) << c.value;
   }
+  EXPECT_EQ(QMFormatter::p2StringFromDouble(1.0), "1.00");
+  EXPECT_EQ(QMFormatter::p3StringFromDouble(1.23456), "1.235");
+  EXPECT_EQ(QMFormatter::stringFromInt(-1234567), "-1234567");
 }
 
-TEST(QMFormatterNumbersTest, IntegerFromStringReadsTheCurrentLocale) {
+TEST(QMFormatterNumbersTest, ReadingNumbers) {
   const struct {
     const char* locale;
     const char* text;
     std::int64_t expected;
-  } cases[] = {
-      {"en_US", "42", 42},   {"en_US", "1,234", 1234},
-      {"en_US", "12.7", 12}, {"en_US", "-12.7", -12},
-      {"en_US", "abc", 0},   {"en_US", "", 0},
-      {"en_US", "12abc", 0}, {"de_DE", "1.234", 1234},
-      {"de_DE", "12,7", 12}, {"en_US", "99999999999999999999", INT64_MAX},
-  };
-  for (const auto& c : cases) {
+  } integers[] = {{"en_US", "1,234", 1234},
+                  {"en_US", "-12.7", -12},
+                  {"en_US", "abc", 0},
+                  {"en_US", "12abc", 0},
+                  {"de_DE", "1.234", 1234},
+                  {"de_DE", "12,7", 12},
+                  {"en_US", "99999999999999999999", INT64_MAX}};
+  for (const auto& c : integers) {
     const ScopedLocale scoped(c.locale);
     EXPECT_EQ(QMFormatter::integerFromString(c.text), c.expected) << c.locale << " " << c.text;
   }
-}
 
-TEST(QMFormatterNumbersTest, DoubleFromInvariantStringNeedsADotInEveryLocale) {
+  // The invariant reader needs a dot and nothing after the number, whatever the locale.
+  const ScopedLocale german("de_DE");
   const struct {
     const char* text;
     double expected;
-  } cases[] = {{"1.5", 1.5}, {"-0.25", -0.25}, {"1000", 1000.0}, {"1,5", 0.0},
-               {"", 0.0},    {"abc", 0.0},     {"1.5 m", 0.0}};
-  for (const char* locale : {"en_US", "de_DE"}) {
-    const ScopedLocale scoped(locale);
-    for (const auto& c : cases) {
-      EXPECT_EQ(QMFormatter::doubleFromInvariantString(c.text), c.expected)
-          << locale << " " << c.text;
-    }
+  } invariants[] = {{"-0.25", -0.25}, {"1000", 1000.0}, {"1,5", 0.0}, {"", 0.0}, {"1.5 m", 0.0}};
+  for (const auto& c : invariants) {
+    EXPECT_EQ(QMFormatter::doubleFromInvariantString(c.text), c.expected) << c.text;
   }
-}
 
-TEST(QMFormatterNumbersTest, ParseNumericStringAcceptsDigitsAndOneDotOnly) {
+  // Only digits and one dot; the callback hears accepted numbers only.
   const struct {
     const char* text;
-    std::optional<double> number;  // absent: rejected, callback not called
-  } cases[] = {
-      {"12.5", 12.5},          {".5", 0.5},
-      {"12.", 12.0},           {"007", 7.0},
-      {"", std::nullopt},      {".", std::nullopt},
-      {"-3", std::nullopt},    {"+3", std::nullopt},
-      {"1,5", std::nullopt},   {"1e3", std::nullopt},
-      {" 1", std::nullopt},    {"1 ", std::nullopt},
-      {"1.2.3", std::nullopt}, {"12\n", std::nullopt},
-  };
-  for (const char* locale : {"en_US", "de_DE"}) {
-    const ScopedLocale scoped(locale);
-    for (const auto& c : cases) {
-      std::vector<double> calls;
-      const bool accepted =
-          QMFormatter::parseNumericString(c.text, [&calls](double v) { calls.push_back(v); });
-      EXPECT_EQ(accepted, c.number.has_value()) << locale << " '" << c.text << "'";
-      EXPECT_EQ(calls, c.number ? std::vector<double>{*c.number} : std::vector<double>{})
-          << locale << " '" << c.text << "'";
-    }
+    std::optional<double> number;
+  } numerics[] = {{"12.5", 12.5},         {".5", 0.5},
+                  {"12.", 12.0},          {"", std::nullopt},
+                  {".", std::nullopt},    {"-3", std::nullopt},
+                  {"1,5", std::nullopt},  {"1e3", std::nullopt},
+                  {" 1", std::nullopt},   {"12\n", std::nullopt},
+                  {"1.2.3", std::nullopt}};
+  for (const auto& c : numerics) {
+    std::vector<double> calls;
+    const bool accepted =
+        QMFormatter::parseNumericString(c.text, [&calls](double v) { calls.push_back(v); });
+    EXPECT_EQ(accepted, c.number.has_value()) << "'" << c.text << "'";
+    EXPECT_EQ(calls, c.number ? std::vector<double>{*c.number} : std::vector<double>{})
+        << "'" << c.text << "'";
   }
   EXPECT_TRUE(QMFormatter::parseNumericString("3"));  // no callback given
 }
 
 TEST(QMFormatterNumbersTest, CurrencyOfTheCurrentLocale) {
-  const struct {
-    const char* locale;
-    const char* symbol;
-    const char* code;
-    const char* properties;
-  } cases[] = {{"en_US", "$", "USD", "Currency: $ (USD), Locale: en_US"},
-               {"de_DE", "€", "EUR", "Währung: € (EUR), Locale: de_DE"},
-               {"en_GB", "£", "GBP", "Currency: £ (GBP), Locale: en_GB"}};
-  for (const auto& c : cases) {
-    const ScopedLocale scoped(c.locale);
-    EXPECT_EQ(QMFormatter::localizationBasedCurrencySymbol(), c.symbol) << c.locale;
-    EXPECT_EQ(QMFormatter::localizationBasedCurrencyCode(), c.code) << c.locale;
-    EXPECT_EQ(QMFormatter::currencyPropertiesString(), c.properties);
-  }
+  const ScopedLocale german("de_DE");
+  EXPECT_EQ(QMFormatter::localizationBasedCurrencySymbol(), "€");
+  EXPECT_EQ(QMFormatter::localizationBasedCurrencyCode(), "EUR");
+  EXPECT_EQ(QMFormatter::currencyPropertiesString(), "Währung: € (EUR), Locale: de_DE");
 }
 
 TEST(QMFormatterNumbersTest, FileSizesInBinaryMultiplesAtTheBoundaries) {
@@ -176,16 +144,10 @@ TEST(QMFormatterNumbersTest, FileSizesInBinaryMultiplesAtTheBoundaries) {
     std::int64_t bytes;
     const char* expected;
   } cases[] = {
-      {1, "1 bytes"},
-      {1023, "1023 bytes"},
-      {1024, "1 KB"},
-      {1536, "2 KB"},
+      {1023, "1023 bytes"},    {1024, "1 KB"},
       {1048575, "1024 KB"},  // just below a megabyte: kilobytes, rounded up by printf
-      {1048576, "1.0 MB"},
-      {1073741823, "1024.0 MB"},
-      {1073741824, "1.00 GB"},
-      {5LL * 1073741824 + 536870912, "5.50 GB"},
-      {INT64_MAX, "8589934592.00 GB"},
+      {1048576, "1.0 MB"},     {1073741823, "1024.0 MB"},
+      {1073741824, "1.00 GB"}, {INT64_MAX, "8589934592.00 GB"},
       {-5, "-5 bytes"},
   };
   for (const auto& c : cases) EXPECT_EQ(QMFormatter::stringFromFileSize(c.bytes), c.expected);
