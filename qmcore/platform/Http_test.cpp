@@ -3,7 +3,12 @@
 #include <gtest/gtest.h>
 
 #include <stdexcept>
+#include <string>
+#include <thread>
+#include <vector>
 
+#include "qmcore/platform/Digest.hpp"
+#include "qmcore/platform/Url.hpp"
 #include "qmcore/testing/ClosingServer.hpp"
 #include "qmcore/testing/LoopbackHttpServer.hpp"
 
@@ -31,8 +36,8 @@ class HttpTest : public ::testing::Test {
   testing::LoopbackHttpServer server_;
 };
 
-TEST_F(HttpTest, EveryStatusComesBackWithItsBody) {
-  for (const int status : {200, 201, 304, 404, 500}) {
+TEST_F(HttpTest, EveryStatusComesBackWithItsBodyAndRedirectsAreFollowed) {
+  for (const int status : {200, 304, 404, 500}) {
     const HttpResult result =
         sendHttpRequest({.url = server_.url("/status/" + std::to_string(status))});
     ASSERT_FALSE(result.error.has_value())
@@ -41,13 +46,10 @@ TEST_F(HttpTest, EveryStatusComesBackWithItsBody) {
     EXPECT_EQ(result.response->statusCode, status);
     EXPECT_EQ(*result.data, status == 304 ? "" : "body of " + std::to_string(status));
   }
-}
-
-TEST_F(HttpTest, RedirectsAreFollowed) {
-  const HttpResult result = sendHttpRequest({.url = server_.url("/moved")});
-  ASSERT_TRUE(result.response.has_value());
-  EXPECT_EQ(result.response->statusCode, 200);
-  EXPECT_EQ(result.response->url, server_.url("/status/200"));
+  const HttpResult moved = sendHttpRequest({.url = server_.url("/moved")});
+  ASSERT_TRUE(moved.response.has_value());
+  EXPECT_EQ(moved.response->statusCode, 200);
+  EXPECT_EQ(moved.response->url, server_.url("/status/200"));
 }
 
 TEST_F(HttpTest, BodyAndHeaderFieldsAreSent) {
@@ -73,6 +75,96 @@ TEST_F(HttpTest, TransportFailuresGiveAnErrorAndNoResponse) {
 TEST_F(HttpTest, UrlsThatCannotBeParsedThrowWhileBuilding) {
   for (const char* url : {"", "not a url", "http://exa mple.org/"}) {
     EXPECT_THROW(sendHttpRequest({.url = url}), std::invalid_argument) << url;
+  }
+}
+
+using Items = std::vector<URLQueryItem>;
+
+TEST(UrlTest, QueryItemsAreSplitAndDecoded) {
+  const struct {
+    const char* url;
+    std::optional<Items> items;
+  } cases[] = {
+      {"https://example.org/d", std::nullopt},
+      {"https://example.org/d?", Items{}},
+      {"https://example.org/d?a", Items{{"a", std::nullopt}}},
+      {"https://example.org/d?a=", Items{{"a", ""}}},
+      {"https://example.org/d?a=b=c", Items{{"a", "b=c"}}},
+      {"https://example.org/d?a=1&&b", Items{{"a", "1"}, {"", std::nullopt}, {"b", std::nullopt}}},
+      {"https://example.org/d?m%26d=x%2By+z%3D", Items{{"m&d", "x+y+z="}}},
+      {"https://example.org/d?bad=%zz%4", Items{{"bad", "%zz%4"}}},
+      {"https://example.org/d?a=1#frag", Items{{"a", "1"}}},
+      {"myapp://open/x?id=7", Items{{"id", "7"}}},
+  };
+  for (const auto& c : cases) {
+    const auto components = URLComponents::fromString(c.url);
+    ASSERT_TRUE(components.has_value()) << c.url;
+    EXPECT_EQ(components->queryItems(), c.items) << c.url;
+  }
+}
+
+TEST(UrlTest, PartsOfAUrlAndTextsThatAreNoUrl) {
+  const auto components = URLComponents::fromString("https://example.org:8443/a/b.zip?x=1");
+  ASSERT_TRUE(components.has_value());
+  EXPECT_EQ(components->scheme(), "https");
+  EXPECT_EQ(components->host(), "example.org");
+  EXPECT_EQ(components->path(), "/a/b.zip");
+  EXPECT_EQ(components->percentEncodedQuery(), "x=1");
+  for (const char* text : {"", "no url", "http://", "://x", "http://exa mple.org/"}) {
+    EXPECT_FALSE(URLComponents::fromString(text).has_value()) << text;
+  }
+  EXPECT_FALSE(URLComponents::fromString(std::string_view("http://a/\0b", 11)).has_value());
+}
+
+std::string hex(const Md5Digest& digest) {
+  static constexpr char kDigits[] = "0123456789abcdef";
+  std::string text;
+  for (const std::uint8_t byte : digest) {
+    text.push_back(kDigits[byte >> 4]);
+    text.push_back(kDigits[byte & 15]);
+  }
+  return text;
+}
+
+TEST(DigestTest, Md5MatchesTheReferenceVectors) {
+  // RFC 1321, appendix A.5, and a zero byte.
+  const struct {
+    std::string input;
+    const char* digest;
+  } cases[] = {
+      {"", "d41d8cd98f00b204e9800998ecf8427e"},
+      {"abc", "900150983cd24fb0d6963f7d28e17f72"},
+      {std::string(1, '\0'), "93b885adfe0da089cdf634904fd59f71"},
+      {"12345678901234567890123456789012345678901234567890123456789012345678901234567890",
+       "57edf4a22be3c955ac49da2e2107b67a"},
+  };
+  for (const auto& c : cases) EXPECT_EQ(hex(md5Digest(c.input)), c.digest) << c.input;
+}
+
+TEST(DigestTest, Base64PadsAndNeverBreaksLines) {
+  const struct {
+    std::string input;
+    const char* base64;
+  } cases[] = {{"", ""}, {"f", "Zg=="}, {"fo", "Zm8="}, {"foo", "Zm9v"}, {"\xfb\xff", "+/8="}};
+  for (const auto& c : cases) EXPECT_EQ(base64Encode(c.input), c.base64) << c.input;
+  // 120 bytes encode to 160 characters; OpenSSL's streaming encoder would break at 64.
+  const std::string encoded = base64Encode(std::string(120, 'x'));
+  EXPECT_EQ(encoded.size(), 160u);
+  EXPECT_EQ(encoded.find('\n'), std::string::npos);
+}
+
+TEST(DigestTest, ThreadsDigestAtOnceWithoutMixingTheirContexts) {
+  std::vector<std::thread> threads;
+  std::vector<std::string> results(8);
+  for (std::size_t i = 0; i < results.size(); ++i) {
+    threads.emplace_back([&results, i] {
+      for (int round = 0; round < 200; ++round) results[i] = hex(md5Digest(i % 2 ? "abc" : ""));
+    });
+  }
+  for (std::thread& thread : threads) thread.join();
+  for (std::size_t i = 0; i < results.size(); ++i) {
+    EXPECT_EQ(results[i],
+              i % 2 ? "900150983cd24fb0d6963f7d28e17f72" : "d41d8cd98f00b204e9800998ecf8427e");
   }
 }
 

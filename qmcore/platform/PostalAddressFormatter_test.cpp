@@ -22,15 +22,10 @@ TEST(PostalAddressFormatterTest, LaysOutEachCountryAsItsPostExpects) {
     const char* code;
     const char* expected;
   } cases[] = {
-      {"US", "Main St 12\nSpringfield IL 62701"},   {"us", "Main St 12\nSpringfield IL 62701"},
-      {"DE", "Main St 12\n62701 Springfield"},      {"FR", "Main St 12\n62701 Springfield"},
-      {"IT", "Main St 12\n62701 Springfield IL"},   {"ES", "Main St 12\n62701 Springfield\nIL"},
-      {"GB", "Main St 12\nSpringfield\n62701"},     {"IE", "Main St 12\nSpringfield\nIL\n62701"},
-      {"IN", "Main St 12\nSpringfield 62701\nIL"},  {"BR", "Main St 12\nSpringfield - IL\n62701"},
-      {"MX", "Main St 12\n62701 Springfield, IL"},  {"RU", "Main St 12\nSpringfield\nIL\n62701"},
-      {"JP", "〒62701\nILSpringfield\nMain St 12"}, {"CN", "ILSpringfield\nMain St 12\n62701"},
-      {"KR", "IL Springfield\nMain St 12\n62701"},  {"ZZ", "Main St 12\nSpringfield IL 62701"},
-      {"", "Main St 12\nSpringfield IL 62701"},     {"USA", "Main St 12\nSpringfield IL 62701"},
+      {"us", "Main St 12\nSpringfield IL 62701"},  {"DE", "Main St 12\n62701 Springfield"},
+      {"GB", "Main St 12\nSpringfield\n62701"},    {"BR", "Main St 12\nSpringfield - IL\n62701"},
+      {"MX", "Main St 12\n62701 Springfield, IL"}, {"JP", "〒62701\nILSpringfield\nMain St 12"},
+      {"ZZ", "Main St 12\nSpringfield IL 62701"},  {"USA", "Main St 12\nSpringfield IL 62701"},
   };
   const CNPostalAddressFormatter formatter;
   EXPECT_EQ(formatter.style(), CNPostalAddressFormatterStyle::kMailingAddress);
@@ -80,11 +75,8 @@ TEST(PostalAddressFormatterTest, StreetLinePutsTheNumberWhereTheCountryDoes) {
   } cases[] = {
       {"Main St", "12", "US", "12 Main St"},
       {"Hauptstraße", "12", "DE", "Hauptstraße 12"},
-      {"Hauptstraße", "12", "de", "Hauptstraße 12"},
-      {"rue de Rivoli", "12", "FR", "12 rue de Rivoli"},
       {"Calle Mayor", "12", "ES", "Calle Mayor, 12"},
       {"中山路", "12号", "CN", "中山路12号"},
-      {"Main St", "12", "", "12 Main St"},
       {"Main St", "", "DE", "Main St"},
       {"", "12", "DE", "12"},
       {"", "", "US", ""},
@@ -98,7 +90,6 @@ TEST(PostalAddressFormatterTest, StreetLinePutsTheNumberWhereTheCountryDoes) {
 TEST(PostalAddressFormatterTest, CountryDisplayNames) {
   EXPECT_EQ(countryDisplayName("DE", "en_US"), "Germany");
   EXPECT_EQ(countryDisplayName("de", "de_DE"), "Deutschland");
-  EXPECT_EQ(countryDisplayName("US", "de_DE"), "Vereinigte Staaten");
   EXPECT_EQ(countryDisplayName("USA", "en_US"), "USA");
   EXPECT_EQ(countryDisplayName("1$", "en_US"), "1$");
   EXPECT_EQ(countryDisplayName("", "en_US"), "");

@@ -12,14 +12,14 @@
 namespace qm {
 namespace {
 
-TEST(SerialQueueTest, RunsTasksInSubmissionOrderOneAtATime) {
+TEST(SerialQueueTest, RunsTasksInSubmissionOrderOneAtATimeOnItsOwnThread) {
   std::vector<int> order;  // touched only by the worker
   std::atomic<int> inside = 0;
   std::atomic<bool> overlapped = false;
   SerialQueue queue;
   for (int i = 0; i < 1000; ++i) {
     queue.async([&, i] {
-      if (inside.fetch_add(1) != 0) overlapped = true;
+      if (inside.fetch_add(1) != 0 || !queue.isCurrent()) overlapped = true;
       if (i % 97 == 0) std::this_thread::sleep_for(std::chrono::microseconds(200));
       order.push_back(i);
       inside.fetch_sub(1);
@@ -30,6 +30,7 @@ TEST(SerialQueueTest, RunsTasksInSubmissionOrderOneAtATime) {
   for (int i = 0; i < 1000; ++i) ASSERT_EQ(order[i], i);
   EXPECT_FALSE(overlapped);
   EXPECT_EQ(queue.operationCount(), 0u);
+  EXPECT_FALSE(queue.isCurrent());
 }
 
 TEST(SerialQueueTest, KeepsEachSubmittersOrderAcrossThreads) {
@@ -80,15 +81,6 @@ TEST(SerialQueueTest, DestructorFinishesWhatWasQueued) {
     queue.async([&queue, count] { queue.async([count] { count->fetch_add(1000); }); });
   }
   EXPECT_EQ(count->load(), 1100);
-}
-
-TEST(SerialQueueTest, KnowsItsOwnThread) {
-  SerialQueue queue;
-  std::atomic<bool> inside = false;
-  queue.async([&] { inside = queue.isCurrent(); });
-  queue.waitUntilAllOperationsAreFinished();
-  EXPECT_TRUE(inside);
-  EXPECT_FALSE(queue.isCurrent());
 }
 
 TEST(SerialQueueDeathTest, WaitingFromItsOwnTaskStopsTheProgram) {
