@@ -18,13 +18,12 @@ using testing::ScopedLocale;
 using testing::ScopedTimeZone;
 using Offsets = std::vector<std::int64_t>;
 
-constexpr double kDay = 86400.0;
 constexpr double kMonday2023Jan2 = 1672617600.0;      // 00:00 UTC
 constexpr double kSunday2023Jan1Noon = 1672574400.0;  // UTC
 const double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 Date at(double unixSeconds) { return Date::fromUnixSeconds(unixSeconds); }
-Date dayAfterMonday(double days) { return at(kMonday2023Jan2 + days * kDay); }
+Date dayAfterMonday(double days) { return at(kMonday2023Jan2 + days * 86400.0); }
 
 TEST(CalendarHelperTest, StandaloneMonthNamesOfTheCurrentLocale) {
   const struct {

@@ -44,6 +44,7 @@ TEST(QMFormatterNumbersTest, FixedPrecisionTextsAreInvariantUnderAHostCLocale) {
   } cases[] = {
       {QMFormatter::newStringForFloatPrecision1(1.25), "1.2"},  // printf: ties to even
       {QMFormatter::newStringForFloatPrecision2(1.005), "1.00"},
+      {QMFormatter::newStringForFloatPrecision3(2.0), "2.000"},
       {QMFormatter::newStringForFloatPrecision2WithSign(0.0), "+0.00"},
       {QMFormatter::newStringForFloatPrecision2WithSign(-1.25), "-1.25"},
       {QMFormatter::invariantStringForDouble(-1234567.125), "-1234567.125000"},

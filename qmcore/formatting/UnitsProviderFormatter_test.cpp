@@ -221,11 +221,9 @@ TEST_F(UnitsProviderFormatterTest, LengthsAreasAndPressuresSwitchAboveTheirThres
       {kMetric, kLength, "", 0, 5000, {"5000.0", "m"}},     // lengths never switch by default
       {kMetric, kLength, "", 1000, 1000, {"1000.0", "m"}},  // only above the threshold
       {kMetric, kLength, "", 1000, 1500, {"1.500", "km"}},
-      {kImperial, kLength, "", 1000, 500, {"0.311", "mi"}},
       // At sea every length that switches becomes nautical miles.
       {kNauticalFeet, kLength, "", 1000, 500, {"0.27", "nm"}},
       {kNauticalFeet, kLength, QMInchUnitUuid, 20, 1, {"0.00", "nm"}},  // even inches
-      {kNauticalFeet, kLength, QMMeterUnitUuid, 0, 1852, {"1852.0", "m"}},
       {kMetric, kArea, "", 100000, 250000, {"0.250", "km²"}},
       // Areas at sea keep their own big unit.
       {kNauticalFeet, kArea, "", 100000, 2589988.110336, {"1.0000", "mi²"}},

@@ -1,9 +1,12 @@
+// Bearing and heading texts: cardinal letters, quadrant bearings, degrees and mils.
+
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <limits>
 #include <memory>
 
+#include "qmcore/formatting/BearingFormatter.hpp"
 #include "qmcore/platform/DisplayOrientation.hpp"
 #include "qmcore/platform/Heading.hpp"
 #include "qmcore/platform/NotificationCenter.hpp"
@@ -150,6 +153,25 @@ TEST(UnitsProviderHeading, TitlesFollowTheNorthTypeAtEachCallAndTheLocale) {
     EXPECT_EQ(provider.gpsCourseTitle() + hint, c.gpsCourseHint);
     EXPECT_EQ(provider.courseTitle(), c.course);
   }
+}
+
+TEST(BearingFormatter, QuadrantsLettersAndTruncatedMinutes) {
+  const double inf = std::numeric_limits<double>::infinity();
+  const struct {
+    double azimuth;
+    const char* text;
+  } cases[] = {
+      // A quadrant starts at its lower bound; 0.01° is less than a minute; the sign is dropped,
+      // not folded to 360 - value.
+      {225.5, "S45°30'W"}, {90, "S90°0'E"},  {89.999, "N89°59'E"}, {180, "S0°0'W"},
+      {179.999, "S0°0'E"}, {270, "N90°0'W"}, {359.99, "N0°0'W"},   {360, "N0°0'E"},
+      {720.5, "N0°30'E"},  {-45, "N45°0'E"}, {-359.99, "N0°0'W"},  {std::nan(""), ""},
+      {inf, ""},           {-inf, ""}};
+  for (const auto& c : cases) {
+    EXPECT_EQ(BearingFormatter::textForAzimuth(c.azimuth), c.text) << c.azimuth;
+  }
+  const testing::ScopedLocale german("de_DE");
+  EXPECT_EQ(BearingFormatter::textForAzimuth(90), "S90°0'O");
 }
 
 }  // namespace
