@@ -9,7 +9,6 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
-#include <atomic>
 #include <string>
 #include <thread>
 
@@ -18,7 +17,6 @@ namespace qm::testing {
 class ClosingServer {
  public:
   ClosingServer() {
-    listener_ = ::socket(AF_INET, SOCK_STREAM, 0);
     sockaddr_in address{};
     address.sin_family = AF_INET;
     address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
@@ -27,30 +25,24 @@ class ClosingServer {
     ::listen(listener_, 16);
     ::getsockname(listener_, reinterpret_cast<sockaddr*>(&address), &length);
     port_ = ntohs(address.sin_port);
+    // Accepting fails once the destructor shuts the listener down.
     thread_ = std::thread([this] {
-      while (!stopping_) {
-        const int client = ::accept(listener_, nullptr, nullptr);
-        if (client >= 0) ::close(client);
-      }
+      for (int client; (client = ::accept(listener_, nullptr, nullptr)) >= 0;) ::close(client);
     });
   }
   ~ClosingServer() {
-    stopping_ = true;
     ::shutdown(listener_, SHUT_RDWR);
     thread_.join();
     ::close(listener_);
   }
-  ClosingServer(const ClosingServer&) = delete;
-  ClosingServer& operator=(const ClosingServer&) = delete;
 
   std::string url(const std::string& path) const {
     return "http://127.0.0.1:" + std::to_string(port_) + path;
   }
 
  private:
-  int listener_ = -1;
+  const int listener_ = ::socket(AF_INET, SOCK_STREAM, 0);
   int port_ = 0;
-  std::atomic<bool> stopping_ = false;
   std::thread thread_;
 };
 
