@@ -31,33 +31,27 @@ Error makeChain(const std::vector<Link>& links) {
   return *below;
 }
 
-struct ChainCase {
-  std::vector<Link> links;
-  std::string rundown;
-  std::int64_t leafCode;
-};
-
-class ErrorChainTest : public ::testing::TestWithParam<ChainCase> {};
-
-TEST_P(ErrorChainTest, RundownJoinsTheChainAndLeafIsTheDeepest) {
-  const Error error = makeChain(GetParam().links);
-  EXPECT_EQ(error.errorRundownText(), GetParam().rundown);
-  const std::optional<Error> leaf = error.leafUnderlyingError();
-  ASSERT_TRUE(leaf.has_value());
-  EXPECT_EQ(leaf->code(), GetParam().leafCode);
-  EXPECT_EQ(leaf->localizedDescription(), GetParam().links.back().description);
+TEST(ErrorTest, RundownJoinsTheChainAndLeafIsTheDeepest) {
+  const struct {
+    std::vector<Link> links;
+    std::string rundown;
+  } cases[] = {
+      // Alone: the description only, even with a failure reason of its own.
+      {{{"A", "top reason"}}, "A"},
+      // The top's reason never shows; an underlying reason gets ": R.".
+      {{{"A", "top reason"}, {"B", "R"}}, "A, B: R."},
+      {{{"A", ""}, {"B", ""}, {"C", "deep"}}, "A, B, C: deep."},
+      {{{"A", ""}, {"B", "R1"}, {"C", ""}}, "A, B: R1., C"},
+  };
+  for (const auto& c : cases) {
+    const Error error = makeChain(c.links);
+    EXPECT_EQ(error.errorRundownText(), c.rundown);
+    const std::optional<Error> leaf = error.leafUnderlyingError();
+    ASSERT_TRUE(leaf.has_value());
+    EXPECT_EQ(leaf->code(), static_cast<std::int64_t>(c.links.size() - 1));
+    EXPECT_EQ(leaf->localizedDescription(), c.links.back().description);
+  }
 }
-
-INSTANTIATE_TEST_SUITE_P(Chains, ErrorChainTest,
-                         ::testing::Values(
-                             // Alone: the description only, even with a failure reason of its own.
-                             ChainCase{{{"A", ""}}, "A", 0},
-                             ChainCase{{{"A", "top reason"}}, "A", 0},
-                             // The top's reason never shows; an underlying reason gets ": R.".
-                             ChainCase{{{"A", "top reason"}, {"B", "R"}}, "A, B: R.", 1},
-                             ChainCase{{{"A", ""}, {"B", ""}}, "A, B", 1},
-                             ChainCase{{{"A", ""}, {"B", ""}, {"C", "deep"}}, "A, B, C: deep.", 2},
-                             ChainCase{{{"A", ""}, {"B", "R1"}, {"C", ""}}, "A, B: R1., C", 2}));
 
 TEST(ErrorTest, RundownUsesTheGenericDescriptionWhenNoneWasGiven) {
   const Error error("download", 204, "", "",

