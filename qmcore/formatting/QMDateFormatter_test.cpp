@@ -36,11 +36,9 @@ Format classOperation(std::string (*format)(Date)) {
   return [format](const QMDateFormatter&, Date date) { return format(date); };
 }
 
+// The ISO and file-name formats in other zones are in the tests below.
 TEST_F(QMDateFormatterTest, FixedFormatsInTwoLocalesAndTwoTimeZones) {
   const Format xml = &QMDateFormatter::xmlStringFromDate;
-  const Format iso = &QMDateFormatter::isoStringFromDate;
-  const Format file = &QMDateFormatter::fileNameStringFromDate;
-  const Format shortUI = &QMDateFormatter::datetimeSecondsToShortUIString;
   const Format shortDate = &QMDateFormatter::dateOnlyToShortUIString;
   const Format time = &QMDateFormatter::hourMinuteSecondMillisecondsFromDate;
   const Format backup = classOperation(&QMDateFormatter::dateToBackupNameString);
@@ -55,9 +53,6 @@ TEST_F(QMDateFormatterTest, FixedFormatsInTwoLocalesAndTwoTimeZones) {
   } cases[] = {
       {"en_US", "UTC", &xml, kMay, "2020-05-01T10:00:00.123Z"},
       {"de_DE", "Europe/Berlin", &xml, kMay, "2020-05-01T12:00:00.123+02:00"},
-      {"de_DE", "Europe/Berlin", &iso, kJanuary, "2021-01-16T00:30:00.98+0100"},
-      {"de_DE", "Europe/Berlin", &file, kMay, "2020-05-01T12-00-00-123+0200"},
-      {"de_DE", "Europe/Berlin", &shortUI, kMay, "01-Mai-20 12:00:00"},
       {"de_DE", "UTC", &shortDate, kJanuary, "15-Jan.-21"},
       {"de_DE", "Europe/Berlin", &time, kJanuary, "00:30:00.987"},
       {"de_DE", "Europe/Berlin", &backup, kJanuary, "20210116_003000"},
