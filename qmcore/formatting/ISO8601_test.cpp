@@ -144,34 +144,22 @@ TEST(ISO8601Test, AgreesWithTheStandardCalendarOnRandomTimestamps) {
   }
 }
 
-// Every prefix of valid timestamps, each in a heap buffer of exactly its size, and random
-// bytes: the parser must neither crash nor read past the end (AddressSanitizer watches in the
-// debug build), and its two forms must agree.
-TEST(ISO8601Test, SurvivesTruncatedAndRandomBytes) {
-  auto parseExactBuffers = [](const std::string& bytes) {
-    const std::size_t n = bytes.size();
-    const auto sized = std::make_unique<char[]>(n);
-    std::memcpy(sized.get(), bytes.data(), n);
-    const double b = QMParseISO8601Date(std::string_view(sized.get(), n));
-    EXPECT_TRUE(std::isnan(b) || std::abs(b) < 4e11) << bytes;
-    if (bytes.find('\0') != std::string::npos) return;
-    const auto terminated = std::make_unique<char[]>(n + 1);
-    std::memcpy(terminated.get(), bytes.c_str(), n + 1);
-    EXPECT_TRUE(same(QMParseISO8601Date(terminated.get()), b)) << bytes;
-  };
+// Every prefix of valid timestamps, each in a heap buffer of exactly its size: the parser must
+// neither crash nor read past the end (AddressSanitizer watches in the debug build), and its two
+// forms must agree. Random bytes are the ISO 8601 fuzz target's.
+TEST(ISO8601Test, SurvivesTruncatedTimestamps) {
   for (const std::string text : {"2000-01-01T00:00:00.0005Z", "-0001-12-31 24:00:00.99999 -14:00",
                                  "2021-06-15T13:45:30+0530", "2000-01-01 \t"}) {
-    for (std::size_t n = 0; n <= text.size(); ++n) parseExactBuffers(text.substr(0, n));
-  }
-  std::mt19937 random(7);
-  // Mostly the grammar's own characters, so that deep paths are reached.
-  const std::string alphabet = "0123456789-:.+TZz \t";
-  for (int i = 0; i < 100000; ++i) {
-    std::string bytes(random() % 40, ' ');
-    for (char& c : bytes) {
-      c = random() % 4 == 0 ? static_cast<char>(random()) : alphabet[random() % alphabet.size()];
+    for (std::size_t n = 0; n <= text.size(); ++n) {
+      const auto sized = std::make_unique<char[]>(n);
+      std::memcpy(sized.get(), text.data(), n);
+      const double b = QMParseISO8601Date(std::string_view(sized.get(), n));
+      EXPECT_TRUE(std::isnan(b) || std::abs(b) < 4e11) << text.substr(0, n);
+      const auto terminated = std::make_unique<char[]>(n + 1);
+      std::memcpy(terminated.get(), text.c_str(), n);
+      terminated[n] = '\0';
+      EXPECT_TRUE(same(QMParseISO8601Date(terminated.get()), b)) << text.substr(0, n);
     }
-    parseExactBuffers(bytes);
   }
 }
 
