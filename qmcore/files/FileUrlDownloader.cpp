@@ -92,6 +92,16 @@ std::string wholeSeconds(double seconds) {
   return text;
 }
 
+// The request operations' own send: a request that cannot be built throws, so that each
+// operation answers that failure in its own way.
+std::optional<std::string> send(const HttpRequest& request, std::optional<HttpResponse>* response,
+                                std::optional<Error>* error) {
+  HttpResult result = sendHttpRequest(request);
+  if (response != nullptr) *response = std::move(result.response);
+  if (error != nullptr) *error = std::move(result.error);
+  return std::move(result.data);
+}
+
 std::string callFailureMessage(std::string_view url, const std::string& error) {
   return "Error while calling url: " + std::string(url) + ", error: " + error;
 }
@@ -110,10 +120,13 @@ void FileUrlDownloader::setTimeouts(FileUrlDownloaderTimeouts timeouts) {
 std::optional<std::string> FileUrlDownloader::sendSynchronousRequest(
     const HttpRequest& request, std::optional<HttpResponse>* response,
     std::optional<Error>* error) {
-  HttpResult result = sendHttpRequest(request);
-  if (response != nullptr) *response = std::move(result.response);
-  if (error != nullptr) *error = std::move(result.error);
-  return std::move(result.data);
+  try {
+    return send(request, response, error);
+  } catch (const std::exception& failure) {
+    if (response != nullptr) response->reset();
+    if (error != nullptr) *error = exceptionError(failure);
+    return std::nullopt;
+  }
 }
 
 std::optional<std::string> FileUrlDownloader::stringWithGetFromUrlString(
@@ -121,7 +134,7 @@ std::optional<std::string> FileUrlDownloader::stringWithGetFromUrlString(
   try {
     const HttpRequest request{.url = std::string(url), .timeoutInterval = textTimeout.load()};
     std::optional<Error> transportError;
-    std::optional<std::string> data = sendSynchronousRequest(request, nullptr, &transportError);
+    std::optional<std::string> data = send(request, nullptr, &transportError);
     if (transportError.has_value()) {
       const Error made = downloadError(kDownloadErrorTransport, {},
                                        std::make_shared<const Error>(std::move(*transportError)));
@@ -155,7 +168,7 @@ std::optional<std::string> FileUrlDownloader::dataWithGetFromUrlString(
                               .cachePolicy = HttpCachePolicy::kReloadIgnoringLocalCacheData};
     std::optional<HttpResponse> response;
     std::optional<Error> transportError;
-    std::optional<std::string> data = sendSynchronousRequest(request, &response, &transportError);
+    std::optional<std::string> data = send(request, &response, &transportError);
     if (transportError.has_value()) {
       std::string description = transportError->localizedDescription();
       return fail(downloadError(kDownloadErrorTransport, std::move(description),
@@ -204,7 +217,7 @@ std::string FileUrlDownloader::getStringWithPostFromUrlString(std::string_view u
                          {"Content-Type", "application/x-www-form-urlencoded"}},
         .body = std::move(body)};
     std::optional<Error> transportError;
-    std::optional<std::string> data = sendSynchronousRequest(request, nullptr, &transportError);
+    std::optional<std::string> data = send(request, nullptr, &transportError);
     if (transportError.has_value()) {
       consoleLog(callFailureMessage(url, logDescription(*transportError)));
     }

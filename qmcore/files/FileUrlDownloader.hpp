@@ -70,8 +70,8 @@ class FileUrlDownloader {
   using Completion = std::function<void(const std::optional<Error>& error)>;
 
   // Sends `request` and waits for it. Returns the body (possibly empty) or nothing; stores the
-  // response and the transport error in the places given (either may be null). Throws
-  // std::invalid_argument when the request cannot be built (a URL that is no URL).
+  // response and the transport error in the places given (either may be null). A request that
+  // cannot be built (a URL that is no URL) gives nothing and error 200.
   static std::optional<std::string> sendSynchronousRequest(const HttpRequest& request,
                                                            std::optional<HttpResponse>* response,
                                                            std::optional<Error>* error);

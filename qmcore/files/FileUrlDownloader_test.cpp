@@ -77,15 +77,23 @@ TEST_F(FileUrlDownloaderTest, JsonIsAnObjectOrAnArrayElseAnEmptyDictionary) {
 }
 
 TEST_F(FileUrlDownloaderTest, UrlsThatCannotBeRequestedFailWithoutThrowing) {
-  std::optional<Error> error;
-  EXPECT_FALSE(FileUrlDownloader::dataWithGetFromUrlString("not a url", &error).has_value());
-  ASSERT_TRUE(error.has_value());
-  EXPECT_EQ(error->code(), 200);
-  EXPECT_EQ(error->domain(), "bad URL: not a url");
+  // The data GET and the plain request give error 200, named by the failure.
+  std::optional<Error> dataError;
+  std::optional<Error> sendError;
+  std::optional<HttpResponse> response = HttpResponse{};
+  EXPECT_FALSE(FileUrlDownloader::dataWithGetFromUrlString("not a url", &dataError).has_value());
+  EXPECT_FALSE(
+      FileUrlDownloader::sendSynchronousRequest({.url = "not a url"}, &response, &sendError));
+  EXPECT_FALSE(response.has_value());
+  for (const std::optional<Error>& error : {dataError, sendError}) {
+    ASSERT_TRUE(error.has_value());
+    EXPECT_EQ(error->code(), 200);
+    EXPECT_EQ(error->domain(), "bad URL: not a url");
+  }
   // The text GET and the form POST print the failure and answer with an empty text instead.
-  error.reset();
-  EXPECT_EQ(FileUrlDownloader::stringWithGetFromUrlString("not a url", &error), "");
-  EXPECT_FALSE(error.has_value());
+  std::optional<Error> textError;
+  EXPECT_EQ(FileUrlDownloader::stringWithGetFromUrlString("not a url", &textError), "");
+  EXPECT_FALSE(textError.has_value());
   EXPECT_EQ(FileUrlDownloader::getStringWithPostFromUrlString("not a url", "a"), "");
 }
 
