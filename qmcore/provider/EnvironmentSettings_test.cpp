@@ -8,26 +8,21 @@
 #include <vector>
 
 #include "qmcore/platform/Locale.hpp"
+#include "qmcore/testing/ScopedLocale.hpp"
 
 namespace qm {
 namespace {
 
-// Answers unlike every fallback, and records what it is told.
+// Answers unlike every fallback. (The provider's tests check what the settings tell a delegate.)
 class FakeDelegate : public EnvironmentSettingsDelegate {
  public:
   std::int64_t smallToBigFeetThresholdForDistance() override { return 3000; }
-  std::int64_t smallToBigMetersThresholdForDistance() override { return ++metersQueries, 1500; }
+  std::int64_t smallToBigMetersThresholdForDistance() override { return 1500; }
   std::int64_t northType() override { return 1; }
   bool showsDecimalDotForSpeedUnder100() override { return true; }
   bool defaultMapShowDotsForConnectionPoints() override { return true; }
   bool supportsSync() override { return true; }
   bool unitsAreDrivenBySpeedUnits() override { return true; }
-  void synchronizeClientMeasurementUnits() override { ++synchronizations; }
-  void switchToDistanceUnit(DistanceUnitType type) override { switches.push_back(type); }
-
-  int metersQueries = 0;
-  int synchronizations = 0;
-  std::vector<DistanceUnitType> switches;
 };
 
 // Every question: the answer without a delegate and with a FakeDelegate.
@@ -38,10 +33,8 @@ const struct {
   std::int64_t delegated;
 } kQuestions[] = {
     {"feet threshold", [](auto& s) { return s.smallToBigFeetThresholdForDistance(); }, 2000, 3000},
-    // The metres question is answered by the delegate's feet query.
+    // The metres question is answered by the delegate's feet query, never its metres query.
     {"meters threshold", [](auto& s) { return s.smallToBigMetersThresholdForDistance(); }, 1000,
-     3000},
-    {"distance metre's switch value", [](auto& s) { return s.distanceSwitchValues().meters; }, 1000,
      3000},
     {"north type", [](auto& s) { return s.northType(); }, 0, 1},
     {"decimal dot", [](auto& s) -> std::int64_t { return s.showsDecimalDotForSpeedUnder100(); }, 0,
@@ -59,58 +52,40 @@ void expectAnswers(const EnvironmentSettings& settings, bool delegated) {
   }
 }
 
-TEST(EnvironmentSettings, ForwardsEveryQuestionOrFallsBack) {
+TEST(EnvironmentSettings, ForwardsEveryQuestionWhileItHasADelegate) {
   EnvironmentSettings settings;
   expectAnswers(settings, false);
   settings.synchronizeClientMeasurementUnits();  // nothing happens
   settings.switchToDistanceUnit(DistanceUnitType::kNautical);
 
-  const auto delegate = std::make_shared<FakeDelegate>();
-  settings.setDelegate(delegate);
-  expectAnswers(settings, true);
-  EXPECT_EQ(delegate->metersQueries, 0) << "the delegate's metres query is never asked";
-  settings.synchronizeClientMeasurementUnits();
-  settings.switchToDistanceUnit(DistanceUnitType::kNautical);
-  settings.switchToDistanceUnit(DistanceUnitType::kMetric);
-  EXPECT_EQ(delegate->synchronizations, 1);
-  EXPECT_EQ(delegate->switches,
-            (std::vector{DistanceUnitType::kNautical, DistanceUnitType::kMetric}));
-}
-
-TEST(EnvironmentSettings, ReleasedOrRemovedDelegateFallsBack) {
-  EnvironmentSettings settings;
   auto delegate = std::make_shared<FakeDelegate>();
   settings.setDelegate(delegate);
-  EXPECT_EQ(settings.delegate(), delegate);
   EXPECT_EQ(delegate.use_count(), 1) << "the settings must not keep the delegate alive";
-  delegate.reset();
+  expectAnswers(settings, true);
+
+  delegate.reset();  // released by the app
   EXPECT_EQ(settings.delegate(), nullptr);
   expectAnswers(settings, false);
-  settings.synchronizeClientMeasurementUnits();
-
   const auto another = std::make_shared<FakeDelegate>();
   settings.setDelegate(another);
-  settings.setDelegate({});
+  EXPECT_EQ(settings.delegate(), another);
+  settings.setDelegate({});  // removed
   expectAnswers(settings, false);
 }
 
-TEST(EnvironmentSettings, IsMetricFollowsTheLocaleMeasurementSystem) {
+TEST(EnvironmentSettings, IsMetricFollowsTheLocalesRegion) {
   const struct {
     const char* locale;
     bool metric;
   } cases[] = {
-      {"en_GB", false}, {"en_US", false}, {"de_DE", true},
-      {"fr_FR", true},  {"en_AU", true},  {"es_US", false},
-  };
-  const std::string saved = currentLocaleIdentifier();
+      {"en_GB", false}, {"en_US", false}, {"es_US", false}, {"de_DE", true}, {"en_AU", true}};
+  const testing::ScopedLocale restored;
   const EnvironmentSettings settings;
   for (const auto& c : cases) {
     EXPECT_EQ(EnvironmentSettings::isMetric(c.locale), c.metric) << c.locale;
     setCurrentLocaleIdentifier(c.locale);
     EXPECT_EQ(settings.isMetric(), c.metric) << c.locale;
   }
-  setCurrentLocaleIdentifier(saved);
-  EXPECT_EQ(&EnvironmentSettings::shared(), &EnvironmentSettings::shared());
 }
 
 TEST(EnvironmentSettings, DelegateComingAndGoingWhileOtherThreadsAsk) {

@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <functional>
+
 #include "qmcore/provider/UnitsProvider.hpp"
 #include "qmcore/testing/UnitsProviderTestSupport.hpp"
 
@@ -36,74 +39,63 @@ TEST_F(UnitsProviderTest, DistanceSwitchValuesAreTheOnesItsUnitsWereMadeWith) {
   }
 }
 
-TEST_F(UnitsProviderTest, SwitchValuesComeFromTheStoreThenTheUnitsDefaults) {
-  environment_.setDelegate(std::shared_ptr<EnvironmentSettingsDelegate>());
-  UnitsProvider& p = launch();
-  EXPECT_EQ(p.automaticSwitchValueForUnit(*QMDistanceUnit::footUnit()), 2000);
-  EXPECT_EQ(p.automaticSwitchValueForUnit(*QMDistanceUnit::meterUnit()), 1000);
-  EXPECT_EQ(p.automaticSwitchValueForUnit(*QMLengthUnit::footUnit()), -1);
-  EXPECT_EQ(p.automaticSwitchValueForUnit(*QMAreaUnit::squareMeterUnit()), -1);
-  EXPECT_EQ(p.rulesDescriptionForUnit(*QMLengthUnit::footUnit()), "Always keep as Foot");
-  EXPECT_EQ(p.rulesDescriptionForUnit(*QMDistanceUnit::footUnit()), "Switch to miles from 2000 ft");
-  EXPECT_EQ(p.shortSwitchDescriptionForUnit(*QMDistanceUnit::meterUnit()), "Switch to Kilometers");
-
-  store_->setInteger("QMUnitSwitch_.length-foot_Value", -7);  // any stored value counts
-  EXPECT_EQ(p.automaticSwitchValueForUnit(*QMLengthUnit::footUnit()), -7);
-}
-
-TEST_F(UnitsProviderTest, DistanceSwitchValueBecomesTheThresholdOnlyForTheCurrentSmallUnit) {
-  UnitsProvider& p = launch("en_US");  // feet
-  ASSERT_EQ(p.distanceSmallToBigThresholdInMeters(), 2000 / 3.28084);
-
-  p.setAutomaticSwitchValue(500, *QMDistanceUnit::footUnit());
-  EXPECT_EQ(p.distanceSmallToBigThresholdInMeters(), 500 / 3.28084);
-  EXPECT_EQ(unitsChangedPosts(), 1);
-
-  p.setAutomaticSwitchValue(3000, *QMDistanceUnit::meterUnit());  // not the current unit
-  EXPECT_EQ(p.distanceSmallToBigThresholdInMeters(), 500 / 3.28084);
-  EXPECT_EQ(unitsChangedPosts(), 2);
-
-  p.setAutomaticSwitchValue(QMUnitShouldNotSwitchAutomatically, *QMDistanceUnit::footUnit());
-  EXPECT_EQ(p.distanceSmallToBigThresholdInMeters(), -1.0);
-  EXPECT_FALSE(p.defaultUnitTypeForDistance(1e9).isKilometric);
-
-  p.setGeneralUnitType(0);  // the metre's stored 3000 applies now
-  EXPECT_EQ(p.distanceSmallToBigThresholdInMeters(), 3000.0);
-  EXPECT_EQ(launch("en_US").distanceSmallToBigThresholdInMeters(), 3000.0);
-}
-
-TEST_F(UnitsProviderTest, LengthAndAreaThresholdsAndTheirNotification) {
-  UnitsProvider& p = launch("de_DE");
-  EXPECT_EQ(p.lengthSmallToBigThresholdInMeters(), -1.0);
-  p.setAutomaticSwitchValue(1000, *QMLengthUnit::meterUnit());
-  EXPECT_EQ(p.lengthSmallToBigThresholdInMeters(), 1000.0);
-  p.setAutomaticSwitchValue(100000, *QMAreaUnit::squareMeterUnit());
-  EXPECT_EQ(p.areaSmallToBigThresholdInMeters(), 100000.0);
-  EXPECT_EQ(mapSettingsPosts(), 2);
-  EXPECT_EQ(unitsChangedPosts(), 0);
-
-  p.setAutomaticSwitchValue(-2, *QMAreaUnit::squareMeterUnit());  // below -1: never as well
-  EXPECT_EQ(p.areaSmallToBigThresholdInMeters(), -1.0);
-  p.setCurrentAreaUnit(p.areaUnitWithUuid(QMTsuboUnitUuid));  // a unit that never switches
-  EXPECT_EQ(p.areaSmallToBigThresholdInMeters(), -1.0);
-
-  p.setCurrentLengthUnit(p.lengthUnitWithUuid(QMFootUnitUuid));
-  p.setAutomaticSwitchValue(500, *p.lengthUnit());  // the current unit, replaced on the way
-  EXPECT_EQ(p.lengthSmallToBigThresholdInMeters(), 0.30479999 * 500);
-}
-
-TEST_F(UnitsProviderTest, NauticalModeNamesTheNauticalMileAsTheSwitchUnit) {
-  UnitsProvider& p = launch("de_DE");
-  setCurrentLocaleIdentifier("en_US");
-  EXPECT_EQ(p.localizedNameOfSwitchUnitForUnit(*QMDistanceUnit::meterUnit()), "Kilometers");
-  p.setGeneralUnitType(2);
-  EXPECT_EQ(p.shortSwitchDescriptionForUnit(*QMDistanceUnit::meterUnit()),
-            "Switch to Nautical miles");
-  EXPECT_EQ(p.localizedNameOfSwitchUnitForUnit(*QMDistanceUnit::footUnit()), "Nautical miles");
-  EXPECT_EQ(p.localizedNameOfSwitchUnitForUnit(*QMLengthUnit::yardUnit()), "Nautical mile");
-  EXPECT_EQ(p.localizedNameOfSwitchUnitForUnit(*QMLengthUnit::inchUnit()), "Foot");
-  EXPECT_EQ(p.localizedNameOfSwitchUnitForUnit(*QMAreaUnit::squareFootUnit()), "Square mile");
-  EXPECT_EQ(p.localizedNameOfSwitchUnitForUnit(*QMLengthUnit::kilometerUnit()), "");
+TEST_F(UnitsProviderTest, ThresholdsFollowTheSwitchValuesOfTheCurrentUnits) {
+  UnitsProvider& p = launch("en_US");  // feet, length foot, square foot
+  EXPECT_EQ(p.defaultQMDistanceUnit(), (QMDistanceUnitType{true, DistanceUnitType::kImperial}));
+  const auto foot = QMDistanceUnit::footUnit();
+  const auto meter = QMDistanceUnit::meterUnit();
+  const auto squareMeter = QMAreaUnit::squareMeterUnit();
+  const auto set = [&p](std::int64_t value, const QMUnit& unit) {
+    return [&p, value, &unit] { p.setAutomaticSwitchValue(value, unit); };
+  };
+  constexpr auto kDistance = &UnitsProvider::distanceSmallToBigThresholdInMeters;
+  constexpr auto kLength = &UnitsProvider::lengthSmallToBigThresholdInMeters;
+  constexpr auto kArea = &UnitsProvider::areaSmallToBigThresholdInMeters;
+  // Steps on one provider, each after the one before; -1 means never.
+  const struct {
+    const char* step;
+    std::function<void()> run;
+    double (UnitsProvider::*threshold)() const;
+    double expected;
+  } cases[] = {
+      {"launch in feet", [] {}, kDistance, 2000 / 3.28084},
+      {"the foot's value", set(500, *foot), kDistance, 500 / 3.28084},
+      {"metres are not current", set(3000, *meter), kDistance, 500 / 3.28084},
+      {"never", set(-1, *foot), kDistance, -1.0},
+      {"lengths do not switch by default", [] {}, kLength, -1.0},
+      // The current unit, which the change replaces on the way.
+      {"the length foot's value", [&] { p.setAutomaticSwitchValue(500, *p.lengthUnit()); }, kLength,
+       0.30479999 * 500},
+      {"metric: the metre's stored value", [&] { p.setGeneralUnitType(0); }, kDistance, 3000.0},
+      {"zero: always the big unit", set(0, *meter), kDistance, 0.0},
+      {"square metres", set(100000, *squareMeter), kArea, 100000.0},
+      {"a unit without a bigger one",
+       [&] { p.setCurrentAreaUnit(p.areaUnitWithUuid(QMTsuboUnitUuid)); }, kArea, -1.0},
+      {"square metres again", [&] { p.setCurrentAreaUnit(nullptr); }, kArea, 100000.0},
+      {"below -1: never", set(-2, *squareMeter), kArea, -1.0},
+  };
+  for (const auto& c : cases) {
+    c.run();
+    EXPECT_EQ((p.*c.threshold)(), c.expected) << c.step;
+    if (c.threshold != kDistance) continue;
+    // The big unit from the threshold on, the small unit below it.
+    const QMDistanceUnitType small{false, p.distanceUnit()->unitType()};
+    if (c.expected < 0) {
+      EXPECT_EQ(p.defaultUnitTypeForDistance(1e9), small) << c.step;
+    } else {
+      EXPECT_EQ(p.defaultUnitTypeForDistance(c.expected), p.defaultQMDistanceUnit()) << c.step;
+      EXPECT_EQ(p.defaultUnitTypeForDistance(std::nextafter(c.expected, -1.0)), small) << c.step;
+    }
+  }
+  EXPECT_EQ(p.automaticSwitchValueForUnit(*squareMeter), -2) << "any stored value counts";
+  // Lengths and areas have the map settings' notification; a unit not current posts too.
+  EXPECT_EQ(unitsChangedPosts(), 5);
+  EXPECT_EQ(mapSettingsPosts(), 5);
+  EXPECT_EQ(launch("en_US").distanceSmallToBigThresholdInMeters(), 0.0);
+  provider_->setGeneralUnitType(5);
+  EXPECT_EQ(provider_->defaultQMDistanceUnit(),
+            (QMDistanceUnitType{true, DistanceUnitType::kMetric}))
+      << "systems without a big unit of their own show kilometres";
 }
 
 }  // namespace

@@ -6,7 +6,6 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <map>
 #include <memory>
 #include <string>
@@ -53,8 +52,6 @@ class UnitsProviderTest : public ::testing::Test {
     provider_.reset();
     setCurrentLocaleIdentifier(savedLocale_);
   }
-
-  std::string storePath() const { return env_.settingsPath().string(); }
 
   // A new provider over the test's store, as at a launch in `locale`.
   UnitsProvider& launch(const char* locale = "en_US") {
