@@ -60,8 +60,6 @@ TEST_F(UnitsProviderFormatterTest, TextsAndLabelsOfEachSystem) {
   } cases[] = {
       {kMetric, "en_US", 0, "100m", "5.00km", "123m", "120", "2.00 km", "100", "m", "meters to go",
        "km/h", "36", "kilometers per hour", "36.0", "m/s"},
-      {kImperial, "en_US", 1, "328ft", "3.11mi", "405ft", "400", "1.24 mi", "328", "ft",
-       "feet to go", "mph", "22", "miles per hour", "22.4", "ft/min"},
       // An altitude type other than metres and feet: feet at sea, nothing elsewhere.
       {kNauticalFeet, "en_US", 3, "328ft", "2.70nm", "405ft", "400", "1.08 nm", "328", "yd",
        "yards to go", "kts", "19", "knots", "19.4", "ft/min"},
@@ -70,8 +68,6 @@ TEST_F(UnitsProviderFormatterTest, TextsAndLabelsOfEachSystem) {
       // Yards label metres unconverted and have no big unit (-1), but rounded texts count feet.
       {kYards, "en_US", 3, "100yd", "-1.00mi", "123yd", "400", "-1.00 mi", "", "yd", "yards to go",
        "mph", "-1", "miles per hour", "-1.0", "ft/min"},
-      {kMetric, "de_DE", 0, "100m", "5.00km", "123m", "120", "2.00 km", "100", "m",
-       "Meter verbleibend", "km/h", "36", "Kilometer pro Stunde", "36.0", "m/s"},
       {kNauticalMeters, "de_DE", 1, "100m", "2.70sm", "123m", "120", "1.08 sm", "328", "ft",
        "Fuß verbleibend", "kts", "19", "Knoten", "19.4", "ft/min"},
   };
