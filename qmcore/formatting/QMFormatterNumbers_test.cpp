@@ -15,15 +15,12 @@ using testing::ScopedGermanCLocale;
 using testing::ScopedLocale;
 
 TEST(QMFormatterNumbersTest, RoundDoubleRoundsHalvesAwayFromZero) {
+  // 2.675 * 100 is exactly 267.5; 1.005 * 100 is 100.4999...
   const struct {
     double x;
     int places;
     double expected;
-  } cases[] = {// 2.675 * 100 is exactly 267.5; 1.005 * 100 is 100.4999...
-               {2.675, 2, 2.68},
-               {1.005, 2, 1.0},
-               {-2.5, 0, -3.0},
-               {1250.0, -2, 1300.0}};
+  } cases[] = {{2.675, 2, 2.68}, {1.005, 2, 1.0}, {-2.5, 0, -3.0}, {1250.0, -2, 1300.0}};
   for (const auto& c : cases) {
     EXPECT_DOUBLE_EQ(QMFormatter::roundDouble(c.x, c.places), c.expected)
         << c.x << " to " << c.places;
@@ -66,12 +63,12 @@ TEST(QMFormatterNumbersTest, AutoPrecisionFormatSwitchesAtTenThousand) {
 }
 
 TEST(QMFormatterNumbersTest, StringFromDoubleUsesADotInEveryLocaleAndRoundsHalfToEven) {
+  // No grouping; a negative count of places reads as none.
   const struct {
     double value;
     int places;
     const char* expected;
-  } cases[] = {// No grouping; a negative count of places reads as none.
-               {1234567.891, 1, "1234567.9"},
+  } cases[] = {{1234567.891, 1, "1234567.9"},
                {0.125, 2, "0.12"},
                {0.135, 2, "0.14"},
                {-0.004, 2, "-0.00"},
@@ -141,16 +138,18 @@ TEST(QMFormatterNumbersTest, CurrencyOfTheCurrentLocale) {
 }
 
 TEST(QMFormatterNumbersTest, FileSizesInBinaryMultiplesAtTheBoundaries) {
+  // Just below a megabyte: kilobytes, rounded up by printf.
   const struct {
     std::int64_t bytes;
     const char* expected;
-  } cases[] = {
-      {1023, "1023 bytes"},    {1024, "1 KB"},
-      {1048575, "1024 KB"},  // just below a megabyte: kilobytes, rounded up by printf
-      {1048576, "1.0 MB"},     {1073741823, "1024.0 MB"},
-      {1073741824, "1.00 GB"}, {INT64_MAX, "8589934592.00 GB"},
-      {-5, "-5 bytes"},
-  };
+  } cases[] = {{1023, "1023 bytes"},
+               {1024, "1 KB"},
+               {1048575, "1024 KB"},
+               {1048576, "1.0 MB"},
+               {1073741823, "1024.0 MB"},
+               {1073741824, "1.00 GB"},
+               {INT64_MAX, "8589934592.00 GB"},
+               {-5, "-5 bytes"}};
   for (const auto& c : cases) EXPECT_EQ(QMFormatter::stringFromFileSize(c.bytes), c.expected);
 }
 

@@ -109,61 +109,67 @@ TEST_F(UnitsProviderFormatterTest, TextsAndLabelsOfEachSystem) {
   }
 }
 
-TEST_F(UnitsProviderFormatterTest, DistancesAndAltitudesAtTheirLimits) {
-  const struct {
-    System system;
-    std::int64_t switchValue;
-    double meters;
-    const char* text;
-  } distances[] = {
-      {kMetric, 1000, 999.9, "1000m"},  // "%.0f" rounds, the unit stays small
-      {kMetric, 1000, 1000, "1.00km"},  // equality switches
-      {kMetric, 0, 0, "0.00km"},
-      {kMetric, -1, 5e6, "5000000m"},
-      {kImperial, 2000, 2000 / kFeetPerMeter, "0.38mi"},
-  };
-  for (const auto& c : distances) {
-    EXPECT_EQ(launchIn(c.system, c.switchValue).textForDistance(c.meters), c.text) << c.meters;
-  }
+// A text of a value, in the form that the limits below apply to.
+using Text = std::string (*)(const UnitsProvider&, double);
 
+TEST_F(UnitsProviderFormatterTest, TextsAtTheirLimits) {
+  const Text distance = [](const UnitsProvider& p, double m) { return p.textForDistance(m); };
+  const Text altitude = [](const UnitsProvider& p, double m) {
+    return p.textForAltitudeWithNoUnits(m);
+  };
+  const Text speed = [](const UnitsProvider& p, double v) {
+    return p.autoDecimalTextForMSSpeedWithNoUnits(v);
+  };
+  const Text rounded = [](const UnitsProvider& p, double m) {
+    return p.textForSmallRoundedDistanceWithNoUnits(m);
+  };
+  const Text ruler = [](const UnitsProvider& p, double metersPerPoint) {
+    return p.rulerValueForMetersPerPixel(static_cast<float>(metersPerPoint));
+  };
   const struct {
     System system;
-    double meters;
-    const char* text;
-  } altitudes[] = {
-      {kMetric, -0.3, "0"},     // never "-0"
-      {kMetric, -0.5, "-0"},    // printf: halves to even
-      {kImperial, -0.5, "-2"},  // the metres decide, not the feet
+    std::int64_t switchValue;  // of the distance units, in metres or feet; -1 never
+    Text text;
+    double value;
+    const char* expected;
+  } cases[] = {
+      {kMetric, 1000, distance, 999.9, "1000m"},  // "%.0f" rounds, the unit stays small
+      {kMetric, 1000, distance, 1000, "1.00km"},  // equality switches
+      {kMetric, 0, distance, 0, "0.00km"},
+      {kMetric, -1, distance, 5e6, "5000000m"},
+      {kImperial, 2000, distance, 2000 / kFeetPerMeter, "0.38mi"},
+      {kMetric, 1000, altitude, -0.3, "0"},     // never "-0"
+      {kMetric, 1000, altitude, -0.5, "-0"},    // printf: halves to even
+      {kImperial, 1000, altitude, -0.5, "-2"},  // the metres decide, not the feet
+      // With a decimal below 100 km/h asked for.
+      {kMetric, 1000, speed, 10, "36.0"},
+      {kMetric, 1000, speed, 250.0 / 9.0, "100"},    // exactly 100 after (v * 3600) / 1000
+      {kMetric, 1000, speed, 99.96 / 3.6, "100.0"},  // below 100, though its decimal rounds up
+      // The remainder is taken in single precision: 33554437 is 33554436 there.
+      {kMetric, 1000, rounded, 33554437, "33554431"},
+      {kMetric, 1000, ruler, 20.0f, "1000 m"},          // 1000 m is not above the 1 km limit
+      {kMetric, 1000, ruler, 20.1f, "1.00 km"},         // 1.005 in single precision
+      {kMetric, 1000, ruler, 2.57f, "120 m"},           // 128.5 m: truncated, tens above 100
+      {kMetric, 1000, ruler, 1.999f, "99 m"},           // 99.95 m: truncated, not rounded
+      {kNauticalMeters, 1000, ruler, 20.1f, "1000 m"},  // the limit at sea is a nautical mile
+      {kImperial, 1000, ruler, 32.18f, "5270 ft"},      // 5278.9 ft
+      {kImperial, 1000, ruler, 32.187f, "1.00 mi"},     // 5280.02 ft
+      {kNauticalFeet, 1000, ruler, 37.04f, "1.00 nm"},  // 6076.1 ft
+      {kYards, 1000, ruler, 10.0f, "1640 yd"},          // feet, labelled yards
   };
-  for (const auto& c : altitudes) {
-    EXPECT_EQ(launchIn(c.system).textForAltitudeWithNoUnits(c.meters), c.text) << c.meters;
+  const auto decimal = std::make_shared<DecimalSpeedDelegate>();
+  delegate_ = decimal;
+  environment_.setDelegate(delegate_);  // kept weakly
+  for (const auto& c : cases) {
+    EXPECT_EQ(c.text(launchIn(c.system, c.switchValue), c.value), c.expected)
+        << c.system.name << " " << c.value;
   }
 }
 
-TEST_F(UnitsProviderFormatterTest, SpeedsShowADecimalBelow100WhenAsked) {
-  const auto decimal = std::make_shared<DecimalSpeedDelegate>();  // the settings keep it weakly
-  environment_.setDelegate(decimal);
+TEST_F(UnitsProviderFormatterTest, AverageSpeedsSmallOnlyAndExplicitUnitDistances) {
   const UnitsProvider& p = launchIn(kMetric);
-  const struct {
-    double metersPerSecond;
-    const char* text;
-  } cases[] = {
-      {10, "36.0"},
-      {250.0 / 9.0, "100"},    // exactly 100 km/h after (v * 3600) / 1000
-      {99.96 / 3.6, "100.0"},  // below 100 by the value, though the one decimal rounds up
-  };
-  for (const auto& c : cases) {
-    EXPECT_EQ(p.autoDecimalTextForMSSpeedWithNoUnits(c.metersPerSecond), c.text) << c.text;
-  }
-  EXPECT_EQ(p.decimalTextForAverageSpeedWithNoUnits(99.96 / 3.6), "100.0");
   EXPECT_EQ(p.decimalTextFor2DecimalDigitsAverageSpeedWithNoUnits(99.96 / 3.6), "99.96");
   EXPECT_EQ(p.decimalTextFor4DecimalDigitsAverageSpeedWithNoUnits(99.96 / 3.6), "99.9600");
-}
-
-TEST_F(UnitsProviderFormatterTest, SmallRoundedAndExplicitUnitDistances) {
-  const UnitsProvider& p = launchIn(kMetric);
-  // The remainder is taken in single precision: 33554437 is 33554436 there.
-  EXPECT_EQ(p.textForSmallRoundedDistanceWithNoUnits(33554437), "33554431");
   EXPECT_EQ(p.textForSmallOnlyDistanceWithNoUnits(123.4), "123");
   const struct {
     bool kilometric;
@@ -179,28 +185,6 @@ TEST_F(UnitsProviderFormatterTest, SmallRoundedAndExplicitUnitDistances) {
   for (const auto& c : cases) {
     EXPECT_EQ(p.textWithNoUnitsForDistanceInMeters(c.meters, {c.kilometric, c.type}), c.text)
         << c.kilometric << " " << static_cast<int>(c.type) << " " << c.meters;
-  }
-}
-
-TEST_F(UnitsProviderFormatterTest, RulerLabelsAroundTheirLimits) {
-  const struct {
-    System system;
-    float metersPerPoint;
-    const char* text;
-  } cases[] = {
-      {kMetric, 20.0f, "1000 m"},          // 1000 m is not above the 1 km limit
-      {kMetric, 20.1f, "1.00 km"},         // 1.005 in single precision
-      {kMetric, 2.57f, "120 m"},           // 128.5 m: truncated, tens above 100
-      {kMetric, 1.999f, "99 m"},           // 99.95 m: truncated, not rounded
-      {kNauticalMeters, 20.1f, "1000 m"},  // the limit at sea is a nautical mile
-      {kImperial, 32.18f, "5270 ft"},      // 5278.9 ft
-      {kImperial, 32.187f, "1.00 mi"},     // 5280.02 ft
-      {kNauticalFeet, 37.04f, "1.00 nm"},  // 6076.1 ft
-      {kYards, 10.0f, "1640 yd"},          // feet, labelled yards
-  };
-  for (const auto& c : cases) {
-    EXPECT_EQ(launchIn(c.system).rulerValueForMetersPerPixel(c.metersPerPoint), c.text)
-        << c.system.name << " " << c.metersPerPoint;
   }
 }
 
