@@ -61,6 +61,7 @@ TEST_F(FileUrlDownloaderFaultsTest, TransportErrorsOfDataGetsCarryTheirDescripti
   } cases[] = {
       {server_.url("/short/0"), kCurlPartialFile},
       {server_.url("/silent/4000"), kCurlTimedOut},
+      {server_.url("/short/4000"), kCurlTimedOut},  // silent after 10 of 100 bytes
       {closing.url("/x"), 0},
   };
   for (const auto& c : cases) {
@@ -68,6 +69,7 @@ TEST_F(FileUrlDownloaderFaultsTest, TransportErrorsOfDataGetsCarryTheirDescripti
     EXPECT_FALSE(FileUrlDownloader::dataWithGetFromUrlString(c.url, &error).has_value());
     expectTransportError(error, c.curlCode);
     EXPECT_EQ(error->localizedDescription(), error->underlyingError()->localizedDescription());
+    // The time-out counts from the last byte, wherever the silence falls.
     if (c.curlCode == kCurlTimedOut) {
       EXPECT_LT(silentFor(), kTimeout + 1.5) << c.url;
     }
@@ -104,7 +106,7 @@ TEST_F(FileUrlDownloaderFaultsTest, TextGetsGiveUpAfterFiveSilentSeconds) {
   EXPECT_EQ(saved_.data, 20.0);
   FileUrlDownloader::setTimeouts(saved_);
   std::optional<Error> error;
-  EXPECT_FALSE(FileUrlDownloader::stringWithGetFromUrlString(server_.url("/silent/30000"), &error)
+  EXPECT_FALSE(FileUrlDownloader::stringWithGetFromUrlString(server_.url("/short/30000"), &error)
                    .has_value());
   expectTransportError(error, kCurlTimedOut);
   EXPECT_GE(silentFor(), 4.5);

@@ -40,8 +40,8 @@ struct HttpRequest {
   std::string url;
   // "GET", "POST", or another method sent as it is.
   std::string method = "GET";
-  // Seconds without any byte moving after which the request fails (whole seconds are the
-  // unit libcurl measures; fractions are rounded up).
+  // Seconds without any byte moving after which the request fails, measured to the
+  // millisecond from the last byte sent or received (at least 1 ms, at most a day).
   double timeoutInterval = 60.0;
   HttpCachePolicy cachePolicy = HttpCachePolicy::kUseProtocolCachePolicy;
   // Header fields sent as given, replacing libcurl's own of the same name.
