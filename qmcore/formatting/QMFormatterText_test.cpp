@@ -39,14 +39,6 @@ TEST(QMFormatterTextTest, UuidsAreRandomVersion4InCanonicalUpperCase) {
   EXPECT_EQ(seen.size(), 200u);
 }
 
-TEST(QMFormatterTextTest, TrimmingRemovesBlanksOnly) {
-  const struct {
-    std::optional<std::string_view> text;
-    OptionalText expected;
-  } cases[] = {{std::nullopt, std::nullopt}, {"   ", ""}, {"  a b  ", "a b"}, {" \ta\n ", "\ta\n"}};
-  for (const auto& c : cases) EXPECT_EQ(QMFormatter::stringByTrimmingSpaces(c.text), c.expected);
-}
-
 TEST(QMFormatterTextTest, BooleansAndParameters) {
   EXPECT_EQ(QMFormatter::stringWithBool(true), "true");
   EXPECT_EQ(QMFormatter::stringWithBool(false), "false");
@@ -76,32 +68,45 @@ TEST(QMFormatterTextTest, BooleansAndParameters) {
   EXPECT_EQ(QMFormatter::intParameter("n", {}, -1), -1);
 }
 
-TEST(QMFormatterTextTest, RemovesHttpLinksOnly) {
+// Texts that may be absent: an absent text stays absent.
+TEST(QMFormatterTextTest, TextTransforms) {
+  using Transform = OptionalText (*)(std::optional<std::string_view>);
+  const Transform trim = &QMFormatter::stringByTrimmingSpaces;
+  const Transform unlink = &QMFormatter::stringByRemovingHttpLinksFromString;
+  const Transform breaks = &QMFormatter::changeLinebreaksToHtmlBreaks;
+  const Transform vertical = &QMFormatter::verticalStringFor2;
   const struct {
+    Transform transform;
     std::optional<std::string_view> text;
     OptionalText expected;
   } cases[] = {
-      {std::nullopt, std::nullopt},
-      {"see https://example.com/a?b=1&c=2 now", "see  now"},
-      {"HTTP://EXAMPLE.COM/X and http://a.b", " and "},  // any case, any number
-      {"end at http://a.com/x.", "end at ."},            // a link does not end on "."
-      {"ftp://example.com stays", "ftp://example.com stays"},
-      {"nohttp://example.com", "nohttp://example.com"},  // not at a word start
-      {"(http://a.b/c)", "()"},
-      {"Grüße http://ä.de x", "Grüße http://ä.de x"},  // non-ASCII hosts are not in the pattern
+      {trim, std::nullopt, std::nullopt},
+      {trim, "  a b  ", "a b"},
+      {trim, " \ta\n ", "\ta\n"},  // blanks only
+      {trim, "   ", ""},
+      {unlink, std::nullopt, std::nullopt},
+      {unlink, "see https://example.com/a?b=1&c=2 now", "see  now"},
+      {unlink, "HTTP://EXAMPLE.COM/X and http://a.b", " and "},  // any case, any number
+      {unlink, "end at http://a.com/x.", "end at ."},            // a link does not end on "."
+      {unlink, "ftp://example.com stays", "ftp://example.com stays"},
+      {unlink, "nohttp://example.com", "nohttp://example.com"},  // not at a word start
+      {unlink, "(http://a.b/c)", "()"},
+      // Non-ASCII hosts are not in the pattern.
+      {unlink, "Grüße http://ä.de x", "Grüße http://ä.de x"},
+      {breaks, std::nullopt, std::nullopt},
+      {breaks, "a\nb\r\n", "a<br/>b\r<br/>"},
+      // User-perceived characters stay together.
+      {vertical, std::nullopt, std::nullopt},
+      {vertical, "e\u0301!", "e\u0301\n!\n"},
+      {vertical, "\U0001F1EF\U0001F1F5x", "\U0001F1EF\U0001F1F5\nx\n"},
+      {&QMFormatter::verticalStringFor, "ab", "a\nb\n"},
   };
   for (const auto& c : cases) {
-    EXPECT_EQ(QMFormatter::stringByRemovingHttpLinksFromString(c.text), c.expected)
-        << c.text.value_or("nil");
+    EXPECT_EQ(c.transform(c.text), c.expected) << c.text.value_or("(absent)");
   }
-}
-
-TEST(QMFormatterTextTest, LiteralReplacements) {
   EXPECT_EQ(QMFormatter::escapeJsonValue(R"(a"b\)"), R"(a\"b\\)");
   EXPECT_EQ(QMFormatter::escapeJsonValue(R"(\")"), R"(\\\")");  // backslashes first
   EXPECT_EQ(QMFormatter::escapeJsonValue("$1.*"), "$1.*");
-  EXPECT_EQ(QMFormatter::changeLinebreaksToHtmlBreaks("a\nb\r\n"), "a<br/>b\r<br/>");
-  EXPECT_EQ(QMFormatter::changeLinebreaksToHtmlBreaks(std::nullopt), std::nullopt);
 }
 
 TEST(QMFormatterTextTest, AddressLinesGetTheSeparatorOnlyBetweenTwoLines) {
@@ -116,22 +121,6 @@ TEST(QMFormatterTextTest, AddressLinesGetTheSeparatorOnlyBetweenTwoLines) {
   };
   for (const auto& c : cases) {
     EXPECT_EQ(QMFormatter::stringForAddressLine1(c.line1, c.line2, ", "), c.expected);
-  }
-}
-
-TEST(QMFormatterTextTest, VerticalTextKeepsUserPerceivedCharactersTogether) {
-  const struct {
-    std::optional<std::string_view> text;
-    OptionalText expected;
-  } cases[] = {
-      {std::nullopt, std::nullopt},
-      {"ab", "a\nb\n"},
-      {"e\u0301!", "e\u0301\n!\n"},
-      {"\U0001F1EF\U0001F1F5x", "\U0001F1EF\U0001F1F5\nx\n"},
-  };
-  for (const auto& c : cases) {
-    EXPECT_EQ(QMFormatter::verticalStringFor2(c.text), c.expected);
-    EXPECT_EQ(QMFormatter::verticalStringFor(c.text), c.expected);
   }
 }
 
