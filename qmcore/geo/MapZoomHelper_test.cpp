@@ -4,8 +4,9 @@
 
 #include <cmath>
 #include <cstdint>
-#include <limits>
+#include <optional>
 
+#include "qmcore/geo/GeoToCoreGraphicsHelper.hpp"
 #include "qmcore/testing/NonFinite.hpp"
 
 namespace qm {
@@ -24,20 +25,13 @@ TEST(MapZoomHelperTest, MetersPerPixelClampsLatitudeAndZoom) {
     std::int64_t zoom;
     double expected;
   } cases[] = {
-      {0, 0, kAtZoom0},
       {0, 1, kAtZoom0 / 2},
       {0, 24, kAtZoom0 / 16777216.0},
       {0, 25, kAtZoom0 / 16777216.0},
-      {0, 30, kAtZoom0 / 16777216.0},
       {0, -3, kAtZoom0},
-      {0, std::numeric_limits<std::int64_t>::min(), kAtZoom0},
       {60, 0, cosDegrees(60) * kAtZoom0},
-      {85.0511, 3, cosDegrees(85.0511) * kAtZoom0 / 8},
       {89, 3, cosDegrees(85.0511) * kAtZoom0 / 8},
       {-89, 3, cosDegrees(-85.0511) * kAtZoom0 / 8},
-      {-85.0511, 0, cosDegrees(-85.0511) * kAtZoom0},
-      {-kInf, 0, cosDegrees(-85.0511) * kAtZoom0},
-      {kInf, 0, cosDegrees(85.0511) * kAtZoom0},
   };
   for (const auto& c : cases) {
     EXPECT_DOUBLE_EQ(MapZoomHelper::metersPerPixel(c.latitude, c.zoom), c.expected)
@@ -47,116 +41,63 @@ TEST(MapZoomHelperTest, MetersPerPixelClampsLatitudeAndZoom) {
   EXPECT_TRUE(std::isnan(MapZoomHelper::metersPerPixel(kNaN, 0)));
 }
 
-TEST(MapZoomHelperTest, AltitudeClampsThePitchInDegrees) {
-  const CGSize viewport{300, 600};
-  const double resolution = MapZoomHelper::metersPerPixel(0, 10);
+TEST(MapZoomHelperTest, PitchesAreRaisedToAHundredthOfADegreeForwardAndOfARadianBackward) {
+  // Forward, the pitch is at least 0.01 degrees; backward, at least 0.01 radians (the map view
+  // first raises it to 0.01 degrees, which changes nothing more).
+  constexpr double kDegree = kPi / 180;
   const struct {
     double pitch;
-    double effectiveDegrees;
-  } cases[] = {{45, 45}, {0.02, 0.02}, {0.01, 0.01}, {0.005, 0.01}, {0, 0.01}, {-30, 0.01}};
+    double altitudeRadians, zoomRadians;
+  } cases[] = {
+      {45, 45 * kDegree, 45 * kDegree}, {0.6, 0.6 * kDegree, 0.6 * kDegree},
+      {0.5, 0.5 * kDegree, 0.01},       {0.01, 0.01 * kDegree, 0.01},
+      {0.005, 0.01 * kDegree, 0.01},    {-30, 0.01 * kDegree, 0.01},
+  };
+  const double resolution = MapZoomHelper::metersPerPixel(0, 10);
   for (const auto& c : cases) {
-    const double expected = resolution * 600 / (2 * std::tan(c.effectiveDegrees * kPi / 180.0));
-    EXPECT_DOUBLE_EQ(MapZoomHelper::altitude(10, 0, c.pitch, viewport), expected)
-        << "pitch " << c.pitch;
+    EXPECT_DOUBLE_EQ(MapZoomHelper::altitude(10, 0, c.pitch, {300, 600}),
+                     resolution * 600 / (2 * std::tan(c.altitudeRadians)))
+        << c.pitch;
+    EXPECT_DOUBLE_EQ(MapZoomHelper::zoomLevelValue(1000, 0, c.pitch, {100, 100}),
+                     std::log2(kAtZoom0 / (2 * 1000 * std::tan(c.zoomRadians) / 100)))
+        << c.pitch;
+    EXPECT_EQ(MapZoomHelper::zoomLevel(MKMapView{5000, c.pitch, 30, 800}),
+              MapZoomHelper::zoomLevel(5000, 30, c.pitch, {400, 800}))
+        << c.pitch;
   }
-  // The latitude is clamped as in metersPerPixel.
-  EXPECT_DOUBLE_EQ(MapZoomHelper::altitude(5, 89, 45, viewport),
-                   MapZoomHelper::altitude(5, 85.0511, 45, viewport));
 }
 
-TEST(MapZoomHelperTest, NoViewportHeightGivesZero) {
+TEST(MapZoomHelperTest, NoViewportHeightOrPositiveAltitudeGivesZero) {
   for (const double height : {0.0, -1.0, kNaN}) {
     EXPECT_EQ(MapZoomHelper::altitude(10, 0, 45, {100, height}), 0.0);
     EXPECT_EQ(MapZoomHelper::zoomLevel(1000, 0, 45, {100, height}), 0);
     EXPECT_EQ(MapZoomHelper::zoomLevel(MKMapView{1000, 45, 0, height}), 0);
   }
-}
-
-TEST(MapZoomHelperTest, ZoomLevelRoundTripsTheAltitude) {
-  for (std::int64_t zoom = 0; zoom <= 24; ++zoom) {
-    for (const double latitude : {0.0, 47.0, -60.0}) {
-      const double height = MapZoomHelper::altitude(zoom, latitude, 30, {390, 844});
-      EXPECT_EQ(MapZoomHelper::zoomLevel(height, latitude, 30, {390, 844}), zoom)
-          << "zoom " << zoom << ", latitude " << latitude;
-    }
+  for (const double altitude : {0.0, -100.0, kNaN}) {
+    EXPECT_EQ(MapZoomHelper::zoomLevel(altitude, 0, 45, {100, 100}), 0) << altitude;
   }
-}
-
-// The altitude at which a viewport of height 2 at a pitch of 45 degrees shows exactly
-// `zoomValue` at the equator.
-double altitudeForZoomValue(double zoomValue) {
-  return kAtZoom0 / std::pow(2.0, zoomValue) / std::tan(45 * kPi / 180.0);
+  EXPECT_EQ(MapZoomHelper::zoomLevel(1000, 0, kNaN, {100, 100}), 0);
 }
 
 TEST(MapZoomHelperTest, ZoomLevelRoundsHalvesAwayFromZeroWithoutLimits) {
   const struct {
     double zoomValue;
     std::int64_t expected;
-  } cases[] = {
-      {10.4, 10}, {10.6, 11}, {-0.4, 0}, {-0.6, -1}, {-2.6, -3}, {26.2, 26}, {40.0, 40},
-  };
+  } cases[] = {{10.4, 10}, {10.6, 11}, {-0.4, 0}, {-0.6, -1}, {26.2, 26}, {40.0, 40}};
   for (const auto& c : cases) {
-    EXPECT_EQ(MapZoomHelper::zoomLevel(altitudeForZoomValue(c.zoomValue), 0, 45, {10, 2}),
-              c.expected)
-        << c.zoomValue;
+    // The altitude at which a viewport of height 2 at a pitch of 45 degrees shows exactly
+    // `zoomValue` at the equator.
+    const double altitude = kAtZoom0 / std::pow(2.0, c.zoomValue) / std::tan(45 * kPi / 180.0);
+    EXPECT_EQ(MapZoomHelper::zoomLevel(altitude, 0, 45, {10, 2}), c.expected) << c.zoomValue;
   }
 }
 
-TEST(MapZoomHelperTest, ZoomLevelDoesNotClampTheLatitude) {
+TEST(MapZoomHelperTest, OnlyTheAltitudeClampsTheLatitude) {
+  EXPECT_DOUBLE_EQ(MapZoomHelper::altitude(5, 89, 45, {300, 600}),
+                   MapZoomHelper::altitude(5, 85.0511, 45, {300, 600}));
   // At 89 degrees the forward conversion would use 85.0511; the backward one uses 89.
-  const double height = 1000;
-  const double m = 2 * height * std::tan(45 * kPi / 180.0) / 100;
-  const std::int64_t expected = std::llround(std::log2(cosDegrees(89) * kAtZoom0 / m));
-  EXPECT_EQ(MapZoomHelper::zoomLevel(height, 89, 45, {100, 100}), expected);
-  EXPECT_NE(MapZoomHelper::zoomLevel(height, 89, 45, {100, 100}),
-            MapZoomHelper::zoomLevel(height, 85.0511, 45, {100, 100}));
-}
-
-TEST(MapZoomHelperTest, ZoomLevelClampsThePitchInRadians) {
-  // 0.5 degrees is 0.0087 radians, below 0.01 radians: it counts as 0.01 radians. The forward
-  // conversion would have kept 0.5 degrees.
-  const double height = 1000;
-  const auto zoomAt = [&](double pitchRadians) {
-    return std::log2(kAtZoom0 / (2 * height * std::tan(pitchRadians) / 100));
-  };
-  const struct {
-    double pitchDegrees;
-    double effectiveRadians;
-  } cases[] = {{0.5, 0.01}, {0, 0.01}, {-10, 0.01}, {0.6, 0.6 * kPi / 180}, {30, 30 * kPi / 180}};
-  for (const auto& c : cases) {
-    EXPECT_DOUBLE_EQ(MapZoomHelper::zoomLevelValue(height, 0, c.pitchDegrees, {100, 100}),
-                     zoomAt(c.effectiveRadians))
-        << c.pitchDegrees;
-  }
-}
-
-TEST(MapZoomHelperTest, MapViewClampsThePitchTwice) {
-  const double height = 5000;
-  const struct {
-    double pitchDegrees;
-    double effectiveRadians;
-  } cases[] = {
-      // 0.005 degrees: raised to 0.01 degrees, then to 0.01 radians.
-      {0.005, 0.01},
-      {0.5, 0.01},
-      {1.0, 1.0 * kPi / 180},
-      {60, 60 * kPi / 180},
-  };
-  for (const auto& c : cases) {
-    const double m = 2 * height * std::tan(c.effectiveRadians) / 800;
-    const std::int64_t expected = std::llround(std::log2(cosDegrees(30) * kAtZoom0 / m));
-    EXPECT_EQ(MapZoomHelper::zoomLevel(MKMapView{height, c.pitchDegrees, 30, 800}), expected)
-        << c.pitchDegrees;
-    EXPECT_EQ(MapZoomHelper::zoomLevel(MKMapView{height, c.pitchDegrees, 30, 800}),
-              MapZoomHelper::zoomLevel(height, 30, c.pitchDegrees, {400, 800}));
-  }
-}
-
-TEST(MapZoomHelperTest, NoPositiveAltitudeGivesZero) {
-  for (const double altitude : {0.0, -100.0, kNaN}) {
-    EXPECT_EQ(MapZoomHelper::zoomLevel(altitude, 0, 45, {100, 100}), 0) << altitude;
-  }
-  EXPECT_EQ(MapZoomHelper::zoomLevel(1000, 0, kNaN, {100, 100}), 0);
+  EXPECT_DOUBLE_EQ(MapZoomHelper::zoomLevelValue(1000, 89, 45, {100, 100}),
+                   std::log2(cosDegrees(89) * kAtZoom0 / (2 * 1000 * std::tan(kPi / 4) / 100)));
 }
 
 TEST(MapZoomHelperDeathTest, AZoomThatIsNoIntegerStops) {
@@ -165,7 +106,30 @@ TEST(MapZoomHelperDeathTest, AZoomThatIsNoIntegerStops) {
   EXPECT_DEATH(MapZoomHelper::zoomLevel(kInf, 0, 45, {100, 100}), "not a 64-bit integer");
   EXPECT_DEATH(MapZoomHelper::zoomLevel(1000, 180, 45, {100, 100}), "not a 64-bit integer");
   EXPECT_DEATH(MapZoomHelper::zoomLevel(MKMapView{1000, 45, kNaN, 100}), "not a 64-bit integer");
-  EXPECT_FALSE(std::isfinite(MapZoomHelper::zoomLevelValue(kInf, 0, 45, {100, 100})));
+}
+
+TEST(GeoToCoreGraphicsHelperTest, MapsContainedPointsAndRefusesTheRest) {
+  const MKMapRect rect{{100, 200}, {100, 50}};
+  const struct {
+    const char* what;
+    MKMapRect rect;
+    MKMapPoint point;
+    std::optional<CGPoint> expected;
+  } cases[] = {
+      {"origin belongs to the rectangle", rect, {100, 200}, CGPoint{0, 0}},
+      {"x and y scale separately", rect, {125, 240}, CGPoint{50, 320}},
+      {"far x edge is outside", rect, {200, 225}, std::nullopt},
+      {"far y edge is outside", rect, {150, 250}, std::nullopt},
+      {"left of the rectangle", rect, {99.9, 225}, std::nullopt},
+      {"above the rectangle", rect, {150, 199}, std::nullopt},
+      {"zero width", {{100, 200}, {0, 50}}, {100, 200}, std::nullopt},
+      {"zero height", {{100, 200}, {100, 0}}, {100, 200}, std::nullopt},
+      {"NaN size", {{100, 200}, {kNaN, 50}}, {150, 225}, std::nullopt},
+      {"NaN point", rect, {kNaN, 225}, std::nullopt},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(GeoToCoreGraphicsHelper::cgPoint(c.point, c.rect, {200, 400}), c.expected) << c.what;
+  }
 }
 
 }  // namespace

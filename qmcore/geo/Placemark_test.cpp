@@ -1,14 +1,18 @@
 #include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
 
+#include <limits>
 #include <optional>
 #include <string>
 
 #include "qmcore/geo/CLPlacemark.hpp"
 #include "qmcore/geo/MKPlacemark.hpp"
+#include "qmcore/geo/QMPlacemarkHistoryItem.hpp"
 
 namespace qm {
 namespace {
 
+using nlohmann::json;
 using Text = std::optional<std::string>;
 
 QMRawAddressPlacemark rawPlace(Text raw, Text name = std::nullopt, Text code = std::nullopt) {
@@ -26,13 +30,10 @@ TEST(PlacemarkTest, AddressLines) {
     Text line2WithLine3;
     Text line2WithCountry;
   } cases[] = {
-      {"empty lines are dropped", rawPlace("A\n\nB\nC", {}, "DE"), "A", "B, C", "B, DE"},
-      {"no country code: line 2 alone", rawPlace("A\n\nB\nC"), "A", "B, C", "B"},
-      {"lines after the third are never used", rawPlace("A\nB\nC\nD", {}, "FR"), "A", "B, C",
-       "B, FR"},
+      {"empty lines are dropped", rawPlace("\nA\n\nB\nC", {}, "DE"), "A", "B, C", "B, DE"},
+      {"no country code: line 2 alone", rawPlace("A\nB\nC"), "A", "B, C", "B"},
       {"two lines", rawPlace("A\nB", {}, "DE"), "A", "B", "B"},
       {"one line: line 2 is empty, not absent", rawPlace("A\n", {}, "DE"), "A", "", ""},
-      {"leading line feeds", rawPlace("\n\nA\nB"), "A", "B", "B"},
       {"only line feeds: no line 1", rawPlace("\n\n"), std::nullopt, "", ""},
       {"no address at all", rawPlace(std::nullopt), std::nullopt, std::nullopt, std::nullopt},
   };
@@ -61,41 +62,13 @@ TEST(PlacemarkTest, AddressWithNameDoesNotRepeatALeadingName) {
       {"empty name", rawPlace("A\nB", ""), "A, B"},
       {"name only", rawPlace(std::nullopt, "Cafe"), "Cafe"},
       {"one line", rawPlace("A", "N"), "N, A"},
-      {"nothing", rawPlace(std::nullopt), ""},
   };
   for (const auto& c : cases) EXPECT_EQ(c.place.addressWithName(), c.expected) << c.what;
 }
 
-TEST(PlacemarkTest, StreetAddressPutsTheNumberAfterTheStreet) {
-  const struct {
-    const char* what;
-    Text street, number, locality, area, postcode, code;
-    const char* expected;
-  } cases[] = {
-      {"number only starts with a space", {}, "12", "Springfield", {}, {}, {}, " 12, Springfield"},
-      {"street then number", "Main St", "12", {}, {}, {}, "US", "Main St 12, US"},
-      {"everything", "Main St", "12", "Springfield", "IL", "62701", "US",
-       "Main St 12, Springfield, IL, 62701, US"},
-      {"no street line", {}, {}, "Springfield", "IL", {}, {}, "Springfield, IL"},
-      {"nothing", {}, {}, {}, {}, {}, {}, ""},
-  };
-  for (const auto& c : cases) {
-    MKPlacemark place({0, 0});
-    place.thoroughfare = c.street;
-    place.subThoroughfare = c.number;
-    place.locality = c.locality;
-    place.administrativeArea = c.area;
-    place.postalCode = c.postcode;
-    place.ISOcountryCode = c.code;
-    place.name = "Ignored";
-    EXPECT_EQ(place.streetAddress(), c.expected) << c.what;
-    EXPECT_EQ(place.addressSubtitle(), c.expected) << c.what;
-    EXPECT_EQ(place.addressTitle(), "Ignored");
-  }
-}
-
 MKPlacemark springfield(const char* code) {
   MKPlacemark place({39.8, -89.6});
+  place.name = "Cafe";
   place.thoroughfare = "Main St";
   place.subThoroughfare = "12";
   place.locality = "Springfield";
@@ -106,18 +79,30 @@ MKPlacemark springfield(const char* code) {
   return place;
 }
 
+TEST(PlacemarkTest, StreetAddressPutsTheNumberAfterTheStreet) {
+  MKPlacemark place = springfield("US");
+  EXPECT_EQ(place.streetAddress(), "Main St 12, Springfield, IL, 62701, US");
+  EXPECT_EQ(place.addressSubtitle(), place.streetAddress());
+  EXPECT_EQ(place.addressTitle(), "Cafe");
+  place.thoroughfare.reset();
+  place.administrativeArea.reset();
+  EXPECT_EQ(place.streetAddress(), " 12, Springfield, 62701, US");  // the space stays
+  place.subThoroughfare.reset();
+  EXPECT_EQ(place.streetAddress(), "Springfield, 62701, US");
+  EXPECT_EQ(MKPlacemark({0, 0}).streetAddress(), "");
+}
+
 TEST(PlacemarkTest, FormattedAddressFollowsTheCountry) {
   EXPECT_EQ(springfield("US").formattedAddress(), "12 Main St\nSpringfield IL 62701\nSomewhere");
   EXPECT_EQ(springfield("DE").formattedAddress(), "Main St 12\n62701 Springfield\nSomewhere");
   EXPECT_EQ(springfield("US").line2Address(false), "Springfield IL 62701, US");
-  EXPECT_EQ(MKPlacemark({0, 0}).formattedAddress(), std::nullopt);
   MKPlacemark named({0, 0});
   named.name = "Only a name";
   EXPECT_EQ(named.postalAddress(), std::nullopt);
   EXPECT_EQ(named.formattedAddress(), std::nullopt);
 }
 
-TEST(PlacemarkTest, TitledPlaceFallsBackToThePostalAddress) {
+TEST(PlacemarkTest, TitledAndRawPlacesFallBackToThePostalAddress) {
   const struct {
     Text title, subtitle;
     Text expected;
@@ -125,7 +110,6 @@ TEST(PlacemarkTest, TitledPlaceFallsBackToThePostalAddress) {
       {"T", "S", "T, S"},
       {"T", std::nullopt, "T"},
       {"", "S", "S"},
-      {std::nullopt, "S", "S"},
       {"", "", "12 Main St\nSpringfield IL 62701\nSomewhere"},
       {std::nullopt, std::nullopt, "12 Main St\nSpringfield IL 62701\nSomewhere"},
   };
@@ -137,26 +121,60 @@ TEST(PlacemarkTest, TitledPlaceFallsBackToThePostalAddress) {
     EXPECT_EQ(place.addressSubtitle(), c.subtitle);
   }
   EXPECT_EQ(QMTitledAddressPlacemark({0, 0}, "", "").formattedAddress(), std::nullopt);
+
+  QMRawAddressPlacemark raw({0, 0}, "");
+  static_cast<CLPlacemark&>(raw) = springfield("DE");
+  EXPECT_EQ(raw.line1Address(), "Main St 12");
+  raw.rawAddress = "typed\ntext";
+  // The texts of the base follow the replaced address.
+  EXPECT_EQ(raw.line1Address(), "typed");
+  EXPECT_EQ(raw.addressWithName(), "Cafe, typed, text");
 }
 
-TEST(PlacemarkTest, RawPlaceFallsBackToThePostalAddress) {
-  QMRawAddressPlacemark place({0, 0}, "");
-  static_cast<CLPlacemark&>(place) = springfield("DE");
-  EXPECT_EQ(place.line1Address(), "Main St 12");
-  place.rawAddress = "typed\ntext";
-  EXPECT_EQ(place.line1Address(), "typed");
-  place.rawAddress.reset();
-  EXPECT_EQ(place.line1Address(), "Main St 12");
+TEST(QMPlacemarkHistoryItemTest, EncodesPresentFieldsOnly) {
+  const struct {
+    QMPlacemarkHistoryItem item;
+    const char* expected;
+  } cases[] = {
+      {{"Home", "Garden", {47.5, -8.25}},
+       R"({"coordinate":{"latitude":47.5,"longitude":-8.25},"subtitle":"Garden","title":"Home"})"},
+      {{"", std::nullopt, {1, 2}}, R"({"coordinate":{"latitude":1.0,"longitude":2.0},"title":""})"},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(json(c.item).dump(), c.expected);
+    EXPECT_EQ(json::parse(c.expected).get<QMPlacemarkHistoryItem>(), c.item) << c.expected;
+  }
+  // In an order-keeping document the coordinate's fields come latitude first.
+  EXPECT_EQ(nlohmann::ordered_json(CLLocationCoordinate2D{3, 4}).dump(),
+            R"({"latitude":3.0,"longitude":4.0})");
+  const auto item = json::parse(R"({"coordinate":{"longitude":2,"latitude":1},"title":null})")
+                        .get<QMPlacemarkHistoryItem>();
+  EXPECT_EQ(item, (QMPlacemarkHistoryItem{std::nullopt, std::nullopt, {1, 2}}));
 }
 
-TEST(PlacemarkTest, TextsFollowAReplacedAddressThroughTheBase) {
-  const QMTitledAddressPlacemark titled({0, 0}, "Home", "Garden");
-  const CLPlacemark& place = titled;
-  EXPECT_EQ(place.line1Address(), "Home, Garden");
-  EXPECT_EQ(place.addressWithName(), "Home, Garden");
-  const QMTitledAddressHolder& holder = titled;
-  EXPECT_EQ(holder.addressTitle(), "Home");
-  EXPECT_EQ(titled.coordinate, (CLLocationCoordinate2D{0, 0}));
+TEST(QMPlacemarkHistoryItemTest, MissingOrMalformedFieldsAreDecodingErrors) {
+  const char* cases[] = {
+      R"({"title":"Home"})",
+      R"({"coordinate":null})",
+      R"({"coordinate":[1,2]})",
+      R"({"coordinate":{"latitude":1}})",
+      R"({"coordinate":{"latitude":"1","longitude":2}})",
+      R"({"coordinate":{"latitude":1,"longitude":null}})",
+      R"({"title":5,"coordinate":{"latitude":1,"longitude":2}})",
+      R"([])",
+  };
+  for (const char* text : cases) {
+    QMPlacemarkHistoryItem item{"kept", "kept", {9, 9}};
+    EXPECT_THROW(json::parse(text).get_to(item), json::exception) << text;
+    EXPECT_EQ(item.title, "kept") << "a failed decoding changed the item: " << text;
+  }
+}
+
+TEST(QMPlacemarkHistoryItemTest, NonFiniteCoordinatesDoNotComeBack) {
+  const QMPlacemarkHistoryItem item{"x", {}, {std::numeric_limits<double>::quiet_NaN(), 1}};
+  const std::string text = json(item).dump();
+  EXPECT_EQ(text, R"({"coordinate":{"latitude":null,"longitude":1.0},"title":"x"})");
+  EXPECT_THROW(json::parse(text).get<QMPlacemarkHistoryItem>(), json::exception);
 }
 
 }  // namespace

@@ -3,43 +3,35 @@
 #include <gtest/gtest.h>
 
 #include <clocale>
+#include <limits>
 #include <string>
 #include <vector>
 
 namespace qm {
 namespace {
 
-struct ParseCase {
-  const char* text;
-  std::vector<double> rgba;  // empty: black
-};
-
 TEST(ColorPersistanceTest, ReadsTextsOfFourPiecesAndGivesBlackForEveryOtherShape) {
-  const ParseCase cases[] = {
-      {"{0.5, 0.25, 0.125, 1}", {0.5, 0.25, 0.125, 1}},
-      {"{0.500000, 0.2500, 0.125, 1.0}", {0.5, 0.25, 0.125, 1}},
-      {"  {1.000, 0.000, 0.000, 1.000}\n", {1, 0, 0, 1}},
-      {"\t{0, 0, 1, 0.5}\r\n", {0, 0, 1, 0.5}},
+  constexpr double kInf = std::numeric_limits<double>::infinity();
+  const struct {
+    const char* text;
+    std::vector<double> rgba;  // empty: black
+  } cases[] = {
+      {"  {0.5, 0.25, 0.125, 1}\n", {0.5, 0.25, 0.125, 1}},
       // Lenient numbers: the longest numeric prefix, 0 without one, no clamping.
       {"{abc, 0, 0, 1}", {0, 0, 0, 1}},
       {"{ 0.5x, -0.25, 2, .5}", {0.5, -0.25, 2, 0.5}},
       {"{1e0, +0.5, 5e-1, 1}", {1, 0.5, 0.5, 1}},
       {"{inf, nan, 0, 1}", {0, 0, 0, 1}},
-      {"{, , , }", {0, 0, 0, 0}},
+      {"{1e39, -1e39, 1e-50, }", {kInf, -kInf, 0, 0}},
       // The separator is exactly ", ".
       {"{0.5,0.25,0.125,1}", {}},
-      {"{0.5 , 0.25, 0.125, 1}", {0.5, 0.25, 0.125, 1}},
-      {"{0.5,  0.25, 0.125, 1}", {0.5, 0.25, 0.125, 1}},
       {"{0.5, 0.25, 0.125}", {}},
       {"{0.5, 0.25, 0.125, 1, 1}", {}},
-      {"0.5, 0.25, 0.125, 1", {}},
       {"{0.5, 0.25, 0.125, 1", {}},
       {"0.5, 0.25, 0.125, 1}", {}},
-      {"", {}},
       {"{", {}},
-      {"{}", {}},
   };
-  for (const ParseCase& c : cases) {
+  for (const auto& c : cases) {
     SCOPED_TRACE(c.text);
     const Color color = colorWithString(c.text);
     if (c.rgba.empty()) {
@@ -50,12 +42,8 @@ TEST(ColorPersistanceTest, ReadsTextsOfFourPiecesAndGivesBlackForEveryOtherShape
     ASSERT_EQ(color.components().size(), 4u);
     for (int i = 0; i < 4; ++i) EXPECT_FLOAT_EQ(color.components()[i], c.rgba[i]) << i;
   }
-}
-
-TEST(ColorPersistanceTest, ComponentsAreReadAsThirtyTwoBitFloats) {
-  const Color color = colorWithString("{0.1, 0, 0, 1}");
-  EXPECT_EQ(color.components()[0], static_cast<double>(0.1f));
-  EXPECT_NE(color.components()[0], 0.1);
+  // Each piece is read as a 32-bit float.
+  EXPECT_EQ(colorWithString("{0.1, 0, 0, 1}").components()[0], static_cast<double>(0.1f));
 }
 
 TEST(ColorPersistanceTest, WritesThreeDecimalsRoundedAndAlphaFromTheLastComponent) {
@@ -63,12 +51,10 @@ TEST(ColorPersistanceTest, WritesThreeDecimalsRoundedAndAlphaFromTheLastComponen
     Color color;
     const char* text;
   } cases[] = {
-      {Color::rgba(1, 0, 0, 1), "{1.000, 0.000, 0.000, 1.000}"},
       {Color::rgba(0.12345, 0.9996, 0.0004, 0.5), "{0.123, 1.000, 0.000, 0.500}"},
       {Color::rgba(-0.5, 1.5, 2, 0), "{-0.500, 1.500, 2.000, 0.000}"},
       // A grey repeats itself in the colour places, alpha last.
       {Color::white(0.25, 0.75), "{0.250, 0.250, 0.250, 0.750}"},
-      {Color::black(), "{0.000, 0.000, 0.000, 1.000}"},
       // Four colour components (CMYK) and alpha: the first three, then alpha.
       {Color(ColorSpaceModel::kCMYK, {0.1, 0.2, 0.3, 0.4, 0.9}), "{0.100, 0.200, 0.300, 0.900}"},
       {Color(ColorSpaceModel::kPattern, {}), "{0.000, 0.000, 0.000, 0.000}"},
@@ -84,27 +70,12 @@ TEST(ColorPersistanceTest, TextsAreTheSameUnderADecimalCommaLocale) {
   std::setlocale(LC_NUMERIC, saved.c_str());
 }
 
-TEST(ColorPersistanceTest, AWrittenTextReadsBackAsTheSameRgbColour) {
-  for (const Color& color : {Color::rgba(0.2, 0.4, 0.6, 0.8), Color::white(0.5, 1)}) {
-    const Color back = colorWithString(stringFromColor(color));
-    EXPECT_EQ(stringFromColor(back), stringFromColor(color));
-  }
-}
-
 TEST(ColorPersistanceTest, RgbAndMonochromeProvideRgbComponents) {
-  const struct {
-    ColorSpaceModel model;
-    bool provides;
-  } cases[] = {
-      {ColorSpaceModel::kMonochrome, true}, {ColorSpaceModel::kRGB, true},
-      {ColorSpaceModel::kCMYK, false},      {ColorSpaceModel::kLab, false},
-      {ColorSpaceModel::kDeviceN, false},   {ColorSpaceModel::kIndexed, false},
-      {ColorSpaceModel::kPattern, false},   {ColorSpaceModel::kUnknown, false},
-  };
-  for (const auto& c : cases) {
-    const Color color(c.model, {0, 1});
-    EXPECT_EQ(colorSpaceModel(color), c.model);
-    EXPECT_EQ(canProvideRGBComponents(color), c.provides) << static_cast<int>(c.model);
+  for (const ColorSpaceModel model :
+       {ColorSpaceModel::kMonochrome, ColorSpaceModel::kRGB, ColorSpaceModel::kCMYK}) {
+    const Color color(model, {0, 1});
+    EXPECT_EQ(colorSpaceModel(color), model);
+    EXPECT_EQ(canProvideRGBComponents(color), model != ColorSpaceModel::kCMYK);
   }
 }
 

@@ -12,31 +12,22 @@ namespace {
 using Bytes = std::vector<std::uint8_t>;
 
 TEST(QMImageFormatDetectorTest, RecognisesTheSignaturesOnly) {
-  const Bytes png = {0x89, 0x50, 0x4E, 0x47, 0x0D, 0x0A, 0x1A, 0x0A};
-  const auto with = [](Bytes b, std::initializer_list<std::uint8_t> more) {
-    b.insert(b.end(), more);
-    return b;
-  };
   const struct {
     const char* name;
     std::optional<Bytes> bytes;
     QMImageFormat format;
   } cases[] = {
       {"no data", std::nullopt, QMImageFormat::unknown},
-      {"empty", Bytes{}, QMImageFormat::unknown},
       {"FF alone", Bytes{0xFF}, QMImageFormat::unknown},
       {"FF D8", Bytes{0xFF, 0xD8}, QMImageFormat::jpeg},
-      {"FF D8 FF E0 ...", Bytes{0xFF, 0xD8, 0xFF, 0xE0, 0, 0x10, 'J', 'F', 'I', 'F'},
-       QMImageFormat::jpeg},
       {"FF D9", Bytes{0xFF, 0xD9}, QMImageFormat::unknown},
-      {"D8 FF", Bytes{0xD8, 0xFF}, QMImageFormat::unknown},
-      {"PNG signature", png, QMImageFormat::png},
-      {"PNG signature and more", with(png, {0, 0, 0, 13, 'I', 'H', 'D', 'R'}), QMImageFormat::png},
-      {"seven bytes of it", Bytes(png.begin(), png.end() - 1), QMImageFormat::unknown},
-      {"last byte 00", with(Bytes(png.begin(), png.end() - 1), {0x00}), QMImageFormat::unknown},
-      {"first byte changed", with(Bytes{0x88}, {0x50, 0x4E, 0x47, 0x0D, 0x0A, 0x1A, 0x0A}),
+      {"PNG signature", Bytes{0x89, 0x50, 0x4E, 0x47, 0x0D, 0x0A, 0x1A, 0x0A}, QMImageFormat::png},
+      {"PNG signature and more", Bytes{0x89, 0x50, 0x4E, 0x47, 0x0D, 0x0A, 0x1A, 0x0A, 0, 0},
+       QMImageFormat::png},
+      {"seven bytes of it", Bytes{0x89, 0x50, 0x4E, 0x47, 0x0D, 0x0A, 0x1A},
        QMImageFormat::unknown},
-      {"GIF", Bytes{'G', 'I', 'F', '8', '9', 'a', 0, 0}, QMImageFormat::unknown},
+      {"last byte 00", Bytes{0x89, 0x50, 0x4E, 0x47, 0x0D, 0x0A, 0x1A, 0x00},
+       QMImageFormat::unknown},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.name);
@@ -46,17 +37,7 @@ TEST(QMImageFormatDetectorTest, RecognisesTheSignaturesOnly) {
   }
 }
 
-TEST(QMImageFormatDetectorTest, NamesEveryRawValue) {
-  const struct {
-    std::int64_t raw;
-    const char* name;
-  } cases[] = {{0, "UNKNOWN"}, {1, "JPEG"}, {2, "PNG"}, {7, "UNKNOWN"}, {-1, "UNKNOWN"}};
-  for (const auto& c : cases) {
-    EXPECT_EQ(QMImageFormatDetector::formatName(static_cast<QMImageFormat>(c.raw)), c.name);
-  }
-}
-
-TEST(QMImageFormatDetectorTest, EncodesInTheAskedFormatAndPngStaysLosslessAtQualityZero) {
+TEST(QMImageFormatDetectorTest, EncodesInTheAskedFormatNamedByItsSignature) {
   Bytes rgba;
   for (int i = 0; i < 16 * 16; ++i) {
     rgba.insert(rgba.end(), {std::uint8_t(i), std::uint8_t(i * 7), std::uint8_t(255 - i), 200});
@@ -64,13 +45,14 @@ TEST(QMImageFormatDetectorTest, EncodesInTheAskedFormatAndPngStaysLosslessAtQual
   const Image image(16, 16, rgba);
   const auto png = QMImageFormatDetector::imageDataFor(QMImageFormat::png, image, 0.0);
   ASSERT_TRUE(png);
-  EXPECT_EQ(QMImageFormatDetector::format(*png), QMImageFormat::png);
-  EXPECT_EQ(decodeImage(*png), image);
+  EXPECT_EQ(QMImageFormatDetector::formatName(QMImageFormatDetector::format(*png)), "PNG");
+  EXPECT_EQ(decodeImage(*png), image);  // lossless whatever the quality
   EXPECT_EQ(QMImageFormatDetector::imageDataFor(QMImageFormat::png, image, 1.0), png);
 
   const auto jpeg = QMImageFormatDetector::imageDataFor(QMImageFormat::jpeg, image, 0.7);
   ASSERT_TRUE(jpeg);
-  EXPECT_EQ(QMImageFormatDetector::format(*jpeg), QMImageFormat::jpeg);
+  EXPECT_EQ(QMImageFormatDetector::formatName(QMImageFormatDetector::format(*jpeg)), "JPEG");
+  EXPECT_EQ(QMImageFormatDetector::formatName(static_cast<QMImageFormat>(7)), "UNKNOWN");
 
   EXPECT_EQ(QMImageFormatDetector::imageDataFor(QMImageFormat::unknown, image, 1), std::nullopt);
   EXPECT_EQ(QMImageFormatDetector::imageDataFor(QMImageFormat::png, std::nullopt, 1), std::nullopt);
