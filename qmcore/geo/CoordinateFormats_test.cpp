@@ -5,7 +5,6 @@
 #include <string>
 #include <vector>
 
-#include "qmcore/geo/CoordinateRecords.hpp"
 #include "qmcore/testing/ScopedLocale.hpp"
 
 namespace qm {
@@ -30,14 +29,6 @@ TEST(CoordinateFormatsTest, NamesInDisplayOrderAndTheLanguage) {
   EXPECT_EQ(localizedName(static_cast<QMCoordinateType>(3)), "---");
   EXPECT_EQ(localizedName(static_cast<QMGeoCoordinateFormat>(-1)), "---");
   EXPECT_EQ(localizedName(static_cast<QMUtmCoordinateFormat>(2)), "---");
-}
-
-TEST(CoordinateRecordsTest, AContainerStartsWithZeroComponentsAndNoZone) {
-  const CoordinateContainer container({47.5, -8.25}, QMCoordinateType::kMGRS);
-  EXPECT_EQ(container.geoCoordinate, (CLLocationCoordinate2D{47.5, -8.25}));
-  EXPECT_EQ(container.targetCoordinateType, QMCoordinateType::kMGRS);
-  EXPECT_EQ(container.component1, 0.0);
-  EXPECT_EQ(container.zone, std::nullopt);
 }
 
 }  // namespace

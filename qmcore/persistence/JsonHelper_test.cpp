@@ -6,7 +6,6 @@
 #include <cstdio>
 #include <map>
 #include <string>
-#include <unordered_set>
 #include <vector>
 
 #include "qmcore/persistence/DecodableDefault.hpp"
@@ -353,15 +352,6 @@ TEST(JsonFieldWrappersTest, DefaultsFillMissingAndNullFieldsButNotWrongTypes) {
     EXPECT_THAT(description, ::testing::StartsWith(std::string("Type: Note, ") + c.mismatch));
     EXPECT_THAT(description, ::testing::EndsWith(std::string("codingPath: ") + c.path));
   }
-}
-
-TEST(JsonFieldWrappersTest, DefaultWrappersCompareAndHashByValue) {
-  EXPECT_EQ(DecodableDefault::Zero(), DecodableDefault::Zero(0));
-  EXPECT_NE(DecodableDefault::Zero(), DecodableDefault::Zero(1));
-  const std::unordered_set<DecodableDefault::EmptyString> set = {DecodableDefault::EmptyString("a"),
-                                                                 DecodableDefault::EmptyString("a"),
-                                                                 DecodableDefault::EmptyString()};
-  EXPECT_EQ(set.size(), 2u);
 }
 
 }  // namespace

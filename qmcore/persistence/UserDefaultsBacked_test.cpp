@@ -151,8 +151,6 @@ TEST_F(UserDefaultsBackedTest, AnOverrideAnsweringTrueWinsOverTheStore) {
   EXPECT_EQ(property.wrappedValue(), 7);
   overriding = false;
   EXPECT_EQ(property.wrappedValue(), 99);
-  EXPECT_EQ(UserDefaultsBackedInt(1, "k", defaults_).getOverridenValue(),
-            (std::pair<bool, std::int64_t>{false, 1}));
 }
 
 TEST_F(UserDefaultsBackedTest, WritesLandAtOnceAndSynchroniseExceptRemovalsEnumsAndColours) {
