@@ -4,12 +4,12 @@
 #include <sys/stat.h>
 #include <utime.h>
 
+#include <cerrno>
 #include <cmath>
 #include <filesystem>
 #include <string>
 #include <vector>
 
-#include "qmcore/files/DebugLog.hpp"
 #include "qmcore/files/FileManagerCleanup.hpp"
 #include "qmcore/files/QMDisk.hpp"
 #include "qmcore/testing/FakeEnv.hpp"
@@ -19,7 +19,9 @@ namespace qm {
 namespace {
 
 namespace fs = std::filesystem;
+using testing::ConsoleCapture;
 using testing::readFile;
+using testing::run;
 using testing::tree;
 using testing::writeFile;
 using Files = std::vector<std::string>;
@@ -30,24 +32,13 @@ class QMFileHelperTest : public ::testing::Test {
   testing::FakeEnv env_;
 };
 
-struct SanitizeCase {
-  std::string name;
-  std::string expected;
-};
-
-class SanitizeTest : public ::testing::TestWithParam<SanitizeCase> {};
-
-TEST_P(SanitizeTest, ReplacesEachForbiddenCharacterByOneDash) {
-  EXPECT_EQ(QMFileHelper::sanitizedFileNameString(GetParam().name), GetParam().expected);
+TEST(SanitizeTest, ReplacesEachForbiddenCharacterByOneDash) {
+  EXPECT_EQ(QMFileHelper::sanitizedFileNameString("a:b/c"), "a-b-c");
+  EXPECT_EQ(QMFileHelper::sanitizedFileNameString("/\\?%*|\"<>:"), "----------");
+  EXPECT_EQ(QMFileHelper::sanitizedFileNameString(""), "");
+  const std::string kept = "d\xC3\xBC r.b-c_d#e";
+  EXPECT_EQ(QMFileHelper::sanitizedFileNameString(kept), kept);
 }
-
-INSTANTIATE_TEST_SUITE_P(Names, SanitizeTest,
-                         ::testing::Values(SanitizeCase{"a:b/c", "a-b-c"},
-                                           SanitizeCase{"plain name.gpx", "plain name.gpx"},
-                                           SanitizeCase{"/\\?%*|\"<>:", "----------"},
-                                           SanitizeCase{"::", "--"}, SanitizeCase{"", ""},
-                                           SanitizeCase{"d\xC3\xBC:r", "d\xC3\xBC-r"},
-                                           SanitizeCase{"a.b-c_d#e", "a.b-c_d#e"}));
 
 TEST_F(QMFileHelperTest, NodeTypes) {
   writeFile(home() / "f", "x");
@@ -66,37 +57,27 @@ TEST_F(QMFileHelperTest, NodeTypes) {
   EXPECT_EQ(fileNodeTypeName(FileNodeType::symlink), "symlink");
 }
 
-struct UniqueCase {
-  std::string base;
-  std::vector<std::string> existing;
-  std::optional<std::string> expected;
-};
-
-class UniqueTest : public ::testing::TestWithParam<UniqueCase> {};
-
-TEST_P(UniqueTest, TakesTheFirstFreeNumber) {
-  testing::FakeEnv env;
-  const fs::path folder = env.homeDirectory();
-  for (const std::string& name : GetParam().existing) writeFile(folder / name, "");
-  const std::optional<fs::path> path =
-      QMFileHelper::uniquedFileUrlForBaseFileUrl("/some/where/" + GetParam().base, "x", folder);
-  if (!GetParam().expected) {
-    EXPECT_EQ(path, std::nullopt);
-  } else {
-    EXPECT_EQ(path, folder / *GetParam().expected);
+TEST(UniqueTest, TakesTheFirstFreeNumber) {
+  const struct {
+    std::string base;
+    std::vector<std::string> existing;
+    std::string expected;
+  } cases[] = {
+      {"report.pdf", {"report.0.x.pdf", "report.2.x.pdf"}, "report.1.x.pdf"},
+      {".gpx", {}, "file.0.x.gpx"},
+      {"noext", {}, "noext.0.x"},
+      {"a.tar.gz", {}, "a.tar.0.x.gz"},
+  };
+  for (const auto& c : cases) {
+    testing::FakeEnv env;
+    const fs::path folder = env.homeDirectory();
+    for (const std::string& name : c.existing) writeFile(folder / name, "");
+    EXPECT_EQ(QMFileHelper::uniquedFileUrlForBaseFileUrl("/some/where/" + c.base, "x", folder),
+              folder / c.expected);
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Bases, UniqueTest,
-    ::testing::Values(UniqueCase{"report.pdf", {}, "report.0.x.pdf"},
-                      UniqueCase{"report.pdf", {"report.0.x.pdf"}, "report.1.x.pdf"},
-                      UniqueCase{
-                          "report.pdf", {"report.0.x.pdf", "report.2.x.pdf"}, "report.1.x.pdf"},
-                      UniqueCase{".gpx", {}, "file.0.x.gpx"}, UniqueCase{"noext", {}, "noext.0.x"},
-                      UniqueCase{"a.tar.gz", {}, "a.tar.0.x.gz"}));
-
-TEST(UniqueLimitTest, GivesUpAfterTenThousandAndTwoCandidates) {
+TEST(UniqueTest, GivesUpAfterTenThousandAndTwoCandidates) {
   testing::FakeEnv env;
   const fs::path folder = env.homeDirectory();
   for (int n = 0; n <= 10000; ++n) writeFile(folder / ("r." + std::to_string(n) + ".x.t"), "");
@@ -170,52 +151,88 @@ TEST_F(QMFileHelperTest, SizesAndDates) {
   EXPECT_NE(::testing::internal::GetCapturedStdout(), "");
 }
 
-// Captures the facade's file messages (debug builds) for the clean-up tests.
-class CleanupTest : public QMFileHelperTest {
- protected:
-  CleanupTest()
-      : sink_([this](std::string_view, std::string message) { messages_.push_back(message); }) {}
-  void touch(const fs::path& path, double mtime) {
-    writeFile(path, "");
-    const struct utimbuf times { static_cast<time_t>(mtime), static_cast<time_t>(mtime) };
-    ASSERT_EQ(::utime(path.c_str(), &times), 0);
-  }
-  std::vector<std::string> messages_;
-  ScopedDebugLogFileSink sink_;
-};
+TEST(ZipTest, WritesTheArchiveAndCleansUp) {
+  const struct {
+    bool folder;                             // zip the folder "data" instead of the file "a.log"
+    std::optional<std::string> destination;  // else the default, source + ".zip"
+    std::string names;                       // the archive's entries
+  } cases[] = {
+      {false, "out/archive.zip", "MyZipDir/\nMyZipDir/a.log\n"},  // under the zip-dir name
+      {true, std::nullopt, "data/\ndata/sub/\ndata/sub/y.txt\ndata/x.txt\n"},
+  };
+  for (const auto& c : cases) {
+    testing::FakeEnv env;
+    const fs::path work = env.homeDirectory();
+    writeFile(work / "a.log", "line\n");
+    writeFile(work / "data/x.txt", "x");
+    writeFile(work / "data/sub/y.txt", "yy");
+    fs::create_directories(work / "out");
+    const fs::path source = c.folder ? work / "data" : work / "a.log";
+    std::optional<fs::path> destination;
+    if (c.destination) destination = work / *c.destination;
 
-TEST_F(CleanupTest, RemoveFilesOlderDeletesStrictlyEarlierOnly) {
-  const fs::path folder = home() / "archive";
-  touch(folder / "old.zip", 999);
-  touch(folder / "cutoff.zip", 1000);
-  touch(folder / "new.zip", 1001);
-  EXPECT_EQ(removeFilesOlder(Date::fromUnixSeconds(1000), folder), 1);
-  EXPECT_EQ(tree(folder), (Files{"cutoff.zip", "new.zip"}));
-  EXPECT_TRUE(messages_.empty());
-}
-
-TEST_F(CleanupTest, FailuresAreLoggedWithTheCleanupText) {
-  ::testing::internal::CaptureStdout();
-  EXPECT_EQ(removeFilesOlder(Date::fromUnixSeconds(1000), home() / "missing"), 0);
-  ::testing::internal::GetCapturedStdout();
-  const std::size_t expected = kQMEnableDebugLog ? 1 : 0;
-  ASSERT_EQ(messages_.size(), expected);
-  if (expected) {
-    EXPECT_NE(messages_[0].find(", debuglog[:] [FILE]: Error when cleaning up temporary "
-                                "directory: Error Domain=NSPOSIXErrorDomain Code=2 "),
-              std::string::npos)
-        << messages_[0];
+    ConsoleCapture console;
+    const fs::path written = QMFileHelper::zip(source, destination, "MyZipDir", env);
+    EXPECT_TRUE(console.texts().empty());
+    EXPECT_EQ(written, destination.value_or(fs::path(source.string() + ".zip")));
+    // Read by another reader, which also checks every CRC.
+    EXPECT_EQ(run("unzip -Z1 '" + written.string() + "' && unzip -tq '" + written.string() +
+                  "' >/dev/null"),
+              c.names);
+    // Neither the scratch folder nor the archive in the making is left behind.
+    EXPECT_EQ(tree(env.temporaryDirectory()), Files{});
+    EXPECT_TRUE(fs::exists(source));
   }
 }
 
-TEST_F(CleanupTest, ClearTmpDirectoryEmptiesTheEnvironmentsTemporaryFolder) {
+// Each way the zip can fail: the error thrown, whether the archive was made and only its copy
+// failed, and that nothing is left in the temporary folder nor changed in the home folder.
+TEST(ZipTest, FailuresThrowAndRemoveTheScratchFolder) {
+  const struct {
+    std::string source;       // in the home folder
+    std::string destination;  // in the home folder
+    std::string zipDirName;
+    int code;
+    bool copyFailed;
+  } cases[] = {
+      // The archive is made but cannot be put where it was asked for.
+      {"a.log", "plain/out.zip", "Scratch", ENOTDIR, true},
+      // The source cannot be copied into the scratch folder: thrown before any zipping.
+      {"missing.log", "out.zip", "Scratch", ENOENT, false},
+      {"a.log", "out.zip", "", EINVAL, false},
+      // The scratch folder cannot be made.
+      {"a.log", "out.zip", "taken/inner", ENOTDIR, false},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.destination + " " + c.zipDirName);
+    testing::FakeEnv env;
+    const fs::path work = env.homeDirectory();
+    writeFile(work / "a.log", "line\n");
+    writeFile(work / "plain", "a file where a folder should be");
+    writeFile(env.temporaryDirectory() / "taken", "a file where a folder should be");
+    ConsoleCapture console;
+    try {
+      QMFileHelper::zip(work / c.source, work / c.destination, c.zipDirName, env);
+      ADD_FAILURE() << "nothing thrown";
+    } catch (const ErrorException& e) {
+      EXPECT_EQ(e.error().code(), c.code);
+    }
+    EXPECT_EQ(console.texts(), c.copyFailed ? Files{"zipping succeeded but copying the zip file "
+                                                    "failed"}
+                                            : Files{});
+    EXPECT_EQ(tree(env.temporaryDirectory()), Files{"taken"});
+    EXPECT_EQ(tree(work), (Files{"a.log", "plain"}));
+    EXPECT_EQ(testing::readFile(work / "plain"), "a file where a folder should be");
+  }
+}
+
+TEST_F(QMFileHelperTest, ClearTmpDirectoryEmptiesTheEnvironmentsTemporaryFolder) {
   writeFile(env_.temporaryDirectory() / "a", "");
   writeFile(env_.temporaryDirectory() / "d/b", "");
   writeFile(home() / "kept", "");
   clearTmpDirectory(env_);
   EXPECT_EQ(tree(env_.temporaryDirectory()), Files{});
   EXPECT_TRUE(fs::exists(home() / "kept"));
-  EXPECT_TRUE(messages_.empty());
 }
 
 TEST_F(QMFileHelperTest, DiskFiguresAddUp) {

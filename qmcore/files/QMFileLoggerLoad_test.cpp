@@ -17,7 +17,8 @@
 
 #include "qmcore/files/QMFileLogger.hpp"
 #include "qmcore/platform/BuildConfig.hpp"
-#include "qmcore/testing/QMFileLoggerTestSupport.hpp"
+#include "qmcore/testing/FakeEnv.hpp"
+#include "qmcore/testing/FileTesting.hpp"
 
 namespace qm {
 namespace {
@@ -47,7 +48,17 @@ int checkLines(const std::string& text, std::vector<int>& next, const std::strin
   return count;
 }
 
-void writeFromThreads(QMFileLogger& logger, std::atomic<int>& running) {
+// Eight threads append numbered lines while up to `rotations` forced rotations run, each
+// started once the previous one's reset is done. Every line must end up whole and in its
+// thread's order: in an archive, in the log, or in the part of an old file written after its
+// rotation's callback, which the queued reset discards.
+void appendUnderLoad(int rotations) {
+  if (!kQMEnableDebugLog) GTEST_SKIP() << "appends are compiled out";
+  testing::FakeEnv env;
+  testing::Diagnostics diagnostics;
+  QMFileLogger logger(env, {.diagnostic = diagnostics.sink(), .zip = {}});
+  const fs::path log = env.temporaryDirectory() / "debuglog.log";
+  std::atomic<int> running = kThreads;
   std::vector<std::thread> threads;
   for (int t = 0; t < kThreads; ++t) {
     threads.emplace_back([&logger, &running, t] {
@@ -58,88 +69,56 @@ void writeFromThreads(QMFileLogger& logger, std::atomic<int>& running) {
       --running;
     });
   }
-  for (std::thread& thread : threads) thread.join();
-}
-
-TEST(QMFileLoggerLoadTest, ConcurrentAppendsKeepEveryLineWholeAndInOrder) {
-  if (!kQMEnableDebugLog) GTEST_SKIP() << "appends are compiled out";
-  testing::FakeEnv env;
-  testing::Diagnostics diagnostics;
-  QMFileLogger logger(env, {.diagnostic = diagnostics.sink(), .zip = {}});
-  std::atomic<int> running = kThreads;
-  writeFromThreads(logger, running);
-  logger.waitUntilAllOperationsAreFinished();
-
-  std::vector<int> next(kThreads, 0);
-  const std::string text = testing::readFile(env.temporaryDirectory() / "debuglog.log");
-  EXPECT_EQ(checkLines(text, next, "log"), kThreads * kLinesPerThread);
-  for (int t = 0; t < kThreads; ++t) EXPECT_EQ(next[t], kLinesPerThread) << "thread " << t;
-}
-
-// What each forced rotation archived, and what landed in the old file after its callback: the
-// lines queued during the rotation, which its reset discards.
-struct RotationRecord {
-  std::uintmax_t sizeAtCallback = 0;
-  std::unique_ptr<std::ifstream> oldFile;
-};
-
-TEST(QMFileLoggerLoadTest, RotationsWhileWritingLoseOnlyTheLinesQueuedDuringThem) {
-  if (!kQMEnableDebugLog) GTEST_SKIP() << "appends are compiled out";
-  testing::FakeEnv env;
-  testing::Diagnostics diagnostics;
-  QMFileLogger logger(env, {.diagnostic = diagnostics.sink(), .zip = {}});
-  const fs::path log = env.temporaryDirectory() / "debuglog.log";
-  std::vector<RotationRecord> rotations;  // filled on the logger's queue
-  std::atomic<int> running = kThreads;
-  std::thread writers([&] { writeFromThreads(logger, running); });
+  // What the log held at each callback, and the old file kept open past the reset.
+  std::vector<std::pair<std::uintmax_t, std::unique_ptr<std::ifstream>>> records;
   // A rotation of a log not yet made archives nothing; start once the first lines are in.
-  while (!fs::exists(log)) std::this_thread::sleep_for(std::chrono::milliseconds(1));
-  for (int nick = 0; nick < 4 && running > 0; ++nick) {
+  while (rotations > 0 && !fs::exists(log))
+    std::this_thread::sleep_for(std::chrono::milliseconds(1));
+  for (int nick = 0; nick < rotations && running > 0; ++nick) {
     std::this_thread::sleep_for(std::chrono::milliseconds(50));
     std::promise<void> calledBack;
     logger.rotateLogIfNeeded("debuglog.log", true, std::to_string(nick), std::nullopt, [&] {
-      RotationRecord record;
-      record.sizeAtCallback = fs::file_size(log);
-      record.oldFile = std::make_unique<std::ifstream>(log, std::ios::binary);
-      rotations.push_back(std::move(record));
+      records.emplace_back(fs::file_size(log),
+                           std::make_unique<std::ifstream>(log, std::ios::binary));
       calledBack.set_value();
     });
-    // The next rotation starts after this one's reset (queued before its callback), so that
-    // each archive holds new lines only.
     calledBack.get_future().wait();
-    std::promise<void> afterReset;
+    std::promise<void> afterReset;  // queued behind the reset, which the callback precedes
     logger.queue().async([&] { afterReset.set_value(); });
     afterReset.get_future().wait();
   }
-  writers.join();
+  for (std::thread& thread : threads) thread.join();
   logger.waitUntilAllOperationsAreFinished();
-  ASSERT_FALSE(rotations.empty());
+  ASSERT_EQ(records.empty(), rotations == 0);
 
   std::vector<int> next(kThreads, 0);
   int kept = 0;
   int discarded = 0;
-  for (size_t i = 0; i < rotations.size(); ++i) {
-    const std::string old(std::istreambuf_iterator<char>(*rotations[i].oldFile), {});
+  for (size_t i = 0; i < records.size(); ++i) {
+    const std::string old(std::istreambuf_iterator<char>(*records[i].second), {});
     fs::path zip;
     for (const auto& entry : fs::directory_iterator(env.temporaryDirectory() / "logs-archive")) {
-      if (entry.path().filename().string().find("-NICK-" + std::to_string(i) + "-") !=
-          std::string::npos) {
+      if (entry.path().string().find("-NICK-" + std::to_string(i) + "-") != std::string::npos) {
         zip = entry.path();
       }
     }
     ASSERT_FALSE(zip.empty()) << "archive of rotation " << i;
     const std::string archived = testing::zipContents(zip);
-    EXPECT_EQ(archived, old.substr(0, rotations[i].sizeAtCallback)) << "rotation " << i;
+    EXPECT_EQ(archived, old.substr(0, records[i].first)) << "rotation " << i;
     kept += checkLines(archived, next, "archive " + std::to_string(i));
     discarded += checkLines(old.substr(archived.size()), next, "discarded " + std::to_string(i));
   }
   kept += checkLines(testing::readFile(log), next, "log");
   EXPECT_EQ(kept + discarded, kThreads * kLinesPerThread);
   for (int t = 0; t < kThreads; ++t) EXPECT_EQ(next[t], kLinesPerThread) << "thread " << t;
-  ::testing::Test::RecordProperty("rotations", static_cast<int>(rotations.size()));
-  ::testing::Test::RecordProperty("discarded", discarded);
-  std::printf("%zu rotations, %d lines kept, %d discarded by the resets\n", rotations.size(), kept,
+  std::printf("%zu rotations, %d lines kept, %d discarded by the resets\n", records.size(), kept,
               discarded);
+}
+
+TEST(QMFileLoggerLoadTest, ConcurrentAppendsKeepEveryLineWholeAndInOrder) { appendUnderLoad(0); }
+
+TEST(QMFileLoggerLoadTest, RotationsWhileWritingLoseOnlyTheLinesQueuedDuringThem) {
+  appendUnderLoad(4);
 }
 
 }  // namespace

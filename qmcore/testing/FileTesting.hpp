@@ -1,15 +1,19 @@
-// Helpers of the file utilities' tests: files written and read back, commands run, and the
-// texts of console-log lines captured from stderr.
+// Helpers of the file utilities' and the file logger's tests: files written and read back,
+// commands run, zip archives read by another reader, and the texts of console-log lines and
+// logger diagnostics.
 
 #ifndef QMCORE_TESTING_FILETESTING_HPP_
 #define QMCORE_TESTING_FILETESTING_HPP_
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <iterator>
+#include <mutex>
 #include <string>
 #include <vector>
 
@@ -35,6 +39,12 @@ inline std::string run(const std::string& command) {
   const int status = ::pclose(pipe);
   if (status != 0) out += "exit " + std::to_string(status);
   return out;
+}
+
+// The contents of the files in a zip archive, in order, as Info-ZIP's unzip reads them (it
+// checks every CRC).
+inline std::string zipContents(const std::filesystem::path& archive) {
+  return run("unzip -p '" + archive.string() + "'");
 }
 
 // Every path under `folder`, relative, sorted; folders end with "/".
@@ -67,6 +77,25 @@ class ConsoleCapture {
     }
     return lines;
   }
+};
+
+// The diagnostics a file logger reported, in order; safe to fill from the logger's queues.
+class Diagnostics {
+ public:
+  std::function<void(const std::string&)> sink() {
+    return [this](const std::string& line) {
+      const std::lock_guard lock(mutex_);
+      lines_.push_back(line);
+    };
+  }
+  std::vector<std::string> lines() const {
+    const std::lock_guard lock(mutex_);
+    return lines_;
+  }
+
+ private:
+  mutable std::mutex mutex_;
+  std::vector<std::string> lines_;
 };
 
 }  // namespace qm::testing
