@@ -47,7 +47,8 @@ class UnitsProviderFormatterTest : public testing::UnitsProviderTest {
   }
 };
 
-// Every text of a system, at values away from any limit, for each system and in German.
+// Every text of each system at values away from any limit (imperial's are among the limits
+// below), and one system in German.
 TEST_F(UnitsProviderFormatterTest, TextsAndLabelsOfEachSystem) {
   const struct {
     System system;
@@ -157,9 +158,9 @@ TEST_F(UnitsProviderFormatterTest, TextsAtTheirLimits) {
       {kNauticalFeet, 1000, ruler, 37.04f, "1.00 nm"},  // 6076.1 ft
       {kYards, 1000, ruler, 10.0f, "1640 yd"},          // feet, labelled yards
   };
-  const auto decimal = std::make_shared<DecimalSpeedDelegate>();
-  delegate_ = decimal;
-  environment_.setDelegate(delegate_);  // kept weakly
+  // The settings keep their delegate weakly; the fixture keeps this one.
+  delegate_ = std::make_shared<DecimalSpeedDelegate>();
+  environment_.setDelegate(delegate_);
   for (const auto& c : cases) {
     EXPECT_EQ(c.text(launchIn(c.system, c.switchValue), c.value), c.expected)
         << c.system.name << " " << c.value;
