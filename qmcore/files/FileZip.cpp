@@ -1,6 +1,7 @@
 // The zip of a file or folder (QMFileHelper::zip). The archive is made in the temporary
 // directory first and then copied to its destination, so that a destination that cannot be
-// written is told apart from an item that cannot be zipped.
+// written (or that already holds an item, which is kept) is told apart from an item that
+// cannot be zipped.
 
 #include <unistd.h>
 
@@ -79,11 +80,10 @@ fs::path QMFileHelper::zip(const fs::path& source, const std::optional<fs::path>
     result = e.error();
   }
   if (!result && archived) {
-    std::error_code error;
-    fs::copy_file(archive, destination, fs::copy_options::overwrite_existing, error);
-    if (error) {
+    // Like every copy of the library, this never replaces an existing item.
+    if (const std::optional<Error> failed = internal::copyItem(archive, destination)) {
       consoleLog("zipping succeeded but copying the zip file failed");
-      result = posixFileError(error, destination.string());
+      result = posixFileError(failed->code(), destination.string());
     }
   } else if (!result) {
     consoleLog(

@@ -197,6 +197,7 @@ TEST(ZipTest, FailuresThrowAndRemoveTheScratchFolder) {
   } cases[] = {
       // The archive is made but cannot be put where it was asked for.
       {"a.log", "plain/out.zip", "Scratch", ENOTDIR, true},
+      {"a.log", "old.zip", "Scratch", EEXIST, true},  // an existing archive is kept
       // The source cannot be copied into the scratch folder: thrown before any zipping.
       {"missing.log", "out.zip", "Scratch", ENOENT, false},
       {"a.log", "out.zip", "", EINVAL, false},
@@ -208,6 +209,7 @@ TEST(ZipTest, FailuresThrowAndRemoveTheScratchFolder) {
     testing::FakeEnv env;
     const fs::path work = env.homeDirectory();
     writeFile(work / "a.log", "line\n");
+    writeFile(work / "old.zip", "an older archive");
     writeFile(work / "plain", "a file where a folder should be");
     writeFile(env.temporaryDirectory() / "taken", "a file where a folder should be");
     ConsoleCapture console;
@@ -221,8 +223,8 @@ TEST(ZipTest, FailuresThrowAndRemoveTheScratchFolder) {
                                                     "failed"}
                                             : Files{});
     EXPECT_EQ(tree(env.temporaryDirectory()), Files{"taken"});
-    EXPECT_EQ(tree(work), (Files{"a.log", "plain"}));
-    EXPECT_EQ(testing::readFile(work / "plain"), "a file where a folder should be");
+    EXPECT_EQ(tree(work), (Files{"a.log", "old.zip", "plain"}));
+    EXPECT_EQ(testing::readFile(work / "old.zip"), "an older archive");
   }
 }
 
