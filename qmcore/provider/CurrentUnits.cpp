@@ -3,7 +3,6 @@
 #include <cmath>
 
 #include "qmcore/platform/SettingsStore.hpp"
-#include "qmcore/provider/QMUnitCalculator.hpp"
 #include "qmcore/provider/UnitsProviderKeys.hpp"
 #include "qmcore/units/UnitSystems.hpp"
 
@@ -40,13 +39,6 @@ std::optional<std::int64_t> storedSmallUnitType(const SettingsStore& store,
     if (store.hasKey(key)) return smallUnitType(store.integerForKey(key));
   }
   return std::nullopt;
-}
-
-// A switch value in the small distance unit of `unitType`, in metres. Feet become metres by
-// the division by 3.28084, not by the foot's factor.
-double distanceThreshold(std::int64_t switchValue, std::int64_t unitType) {
-  if (switchValue == QMUnitShouldNotSwitchAutomatically) return -1.0;
-  return calculator::convertDistanceValue(static_cast<double>(switchValue), unitType, 0);
 }
 
 double thresholdInMeters(const SettingsStore& store, const QMUnit& unit) {
@@ -100,22 +92,28 @@ std::int64_t restoredDistanceUnitType(const SettingsStore& store, std::int64_t g
           QMDistanceUnit::defaultForUnitType(generalUnitType, generalUnitType)->unitType()));
 }
 
-UnitSystemChoice restoreUnitSystemChoice(const SettingsStore& store, bool firstLaunchIsMetric) {
-  UnitSystemChoice choice;
+std::int64_t restoredGeneralUnitType(const SettingsStore& store, bool localeIsMetric) {
   // The stored system is taken as it is, even outside 0...2.
-  choice.generalUnitType = store.hasKey(QMGeneralUnitPrefKeyName)
-                               ? store.integerForKey(QMGeneralUnitPrefKeyName)
-                               : (firstLaunchIsMetric ? 0 : 1);
-  const std::int64_t system = choice.generalUnitType;
-  choice.distanceUnitType = restoredDistanceUnitType(store, system);
-  const auto storedAltitude =
-      isNauticalSystem(system)
+  if (store.hasKey(QMGeneralUnitPrefKeyName)) return store.integerForKey(QMGeneralUnitPrefKeyName);
+  return localeIsMetric ? 0 : 1;
+}
+
+std::int64_t restoredAltitudeUnitType(const SettingsStore& store, std::int64_t generalUnitType) {
+  // The legacy key counts in nautical mode only.
+  const auto stored =
+      isNauticalSystem(generalUnitType)
           ? storedSmallUnitType(
                 store, {QMOLDNauticalDistanceAndAltitudeUnitPrefKeyName, QMAltitudeUnitPrefKeyName})
           : storedSmallUnitType(store, {QMAltitudeUnitPrefKeyName});
-  choice.altitudeUnitType = storedAltitude.value_or(
-      static_cast<std::int64_t>(QMAltitudeUnit::defaultForUnitType(system, system)->unitType()));
-  return choice;
+  return stored.value_or(static_cast<std::int64_t>(
+      QMAltitudeUnit::defaultForUnitType(generalUnitType, generalUnitType)->unitType()));
+}
+
+UnitSystemChoice restoreUnitSystemChoice(const SettingsStore& store, bool firstLaunchIsMetric) {
+  const std::int64_t system = restoredGeneralUnitType(store, firstLaunchIsMetric);
+  return {.generalUnitType = system,
+          .distanceUnitType = restoredDistanceUnitType(store, system),
+          .altitudeUnitType = restoredAltitudeUnitType(store, system)};
 }
 
 CurrentUnits deriveCurrentUnits(const SettingsStore& store, const UnitCatalogs& catalogs,
@@ -140,9 +138,8 @@ CurrentUnits deriveCurrentUnits(const SettingsStore& store, const UnitCatalogs& 
       std::string(units.distanceUnitType != 0 ? QMFootDistanceUnitUuid : QMMeterDistanceUnitUuid));
   units.altitudeUnit = catalogs.altitude.at(
       std::string(units.altitudeUnitType != 0 ? QMFootAltitudeUnitUuid : QMMeterAltitudeUnitUuid));
-  units.distanceSmallToBigThreshold =
-      distanceThreshold(automaticSwitchValueForUnit(store, *units.distanceUnit),
-                        static_cast<std::int64_t>(units.distanceUnit->unitType()));
+  if (previous != nullptr)
+    units.distanceSmallToBigThreshold = previous->distanceSmallToBigThreshold;
 
   const auto verticalSpeed =
       chosenUnit(store, QMCurrentVerticalSpeedUnitUuidPrefKeyName, catalogs.verticalSpeed,

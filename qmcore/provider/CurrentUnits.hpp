@@ -2,10 +2,12 @@
 // settings store.
 //
 // The unit system and the small distance and altitude units (a `UnitSystemChoice`) are restored
-// from the store at launch and when the system changes; every unit and threshold then follows
-// from that choice, the stored choices of each kind (the keys of UnitsProviderKeys.hpp) and the
-// unit catalogs. The units provider derives a new value after each change it stores instead of
-// updating fields one by one:
+// from the store at launch and when the system changes; every unit and the length and area
+// thresholds then follow from that choice, the stored choices of each kind (the keys of
+// UnitsProviderKeys.hpp) and the unit catalogs. The distance threshold is an input instead: the
+// units provider sets it from switch values and restores it at its own times (UnitsProvider.hpp),
+// and a derivation keeps the previous one. The provider derives a new value after each change it
+// stores instead of updating fields one by one:
 //
 //   const qm::UnitSystemChoice choice = qm::restoreUnitSystemChoice(*store, /*metric=*/true);
 //   const qm::CurrentUnits units = qm::deriveCurrentUnits(*store, catalogs, choice, nullptr);
@@ -66,15 +68,19 @@ struct UnitSystemChoice {
 // none is stored), and the small distance and altitude units of that system, the stored ones
 // where the system allows a choice (stored values of 2 or more mean metres).
 UnitSystemChoice restoreUnitSystemChoice(const SettingsStore& store, bool firstLaunchIsMetric);
-// Only the small distance unit of that rule, for `generalUnitType`.
+// The parts of that rule: the stored system (else by `localeIsMetric`), and the small distance
+// and altitude units of `generalUnitType`.
+std::int64_t restoredGeneralUnitType(const SettingsStore& store, bool localeIsMetric);
 std::int64_t restoredDistanceUnitType(const SettingsStore& store, std::int64_t generalUnitType);
+std::int64_t restoredAltitudeUnitType(const SettingsStore& store, std::int64_t generalUnitType);
 
 struct CurrentUnits {
   // The choice the units were derived for.
   std::int64_t generalUnitType = 0;
   std::int64_t distanceUnitType = 0;
   std::int64_t altitudeUnitType = 0;
-  // Where texts switch to the bigger unit, in metres (square metres for areas); -1 never.
+  // Where texts switch to the bigger unit, in metres (square metres for areas); -1 never. The
+  // distance threshold is not derived: see the top of this file.
   double distanceSmallToBigThreshold = -1.0;
   double lengthSmallToBigThreshold = -1.0;
   double areaSmallToBigThreshold = -1.0;
@@ -94,7 +100,7 @@ struct CurrentUnits {
 // The current units for `choice` and the store's choices of each kind. Absent choices take the
 // defaults of the unit system. A stored identifier that is in no catalog falls back to the
 // system's default, except for pressure and temperature, which keep `previous`'s unit when
-// there is one.
+// there is one. The distance threshold is `previous`'s, or -1 without one.
 CurrentUnits deriveCurrentUnits(const SettingsStore& store, const UnitCatalogs& catalogs,
                                 const UnitSystemChoice& choice, const CurrentUnits* previous);
 

@@ -38,10 +38,10 @@ UnitsProvider::UnitsProvider(Env& env, EnvironmentSettings& environment)
     : store_(env.standardSettings()),
       center_(env.notificationCenter()),
       environment_(environment),
-      firstLaunchIsMetric_(EnvironmentSettings::isMetric(env.localeIdentifier())),
+      env_(env),
       catalogs_(environment.distanceSwitchValues()),
       current_(deriveCurrentUnits(*store_, catalogs_,
-                                  restoreUnitSystemChoice(*store_, firstLaunchIsMetric_), nullptr)),
+                                  restoreUnitSystemChoice(*store_, localeIsMetric()), nullptr)),
       localizedKm_(CoreStrings::CLSTRING("km")),
       // Deliberately not looked up: the mile keeps its English abbreviation.
       localizedMile_("mi"),
@@ -51,7 +51,9 @@ UnitsProvider::UnitsProvider(Env& env, EnvironmentSettings& environment)
       localizedGPSCourseTitle_(uppercaseString(CoreStrings::CLSTRING("gps course"))),
       localizedCourseTitle_(uppercaseString(CoreStrings::CLSTRING("course"))),
       decimalSpeedFormatter_(NumberFormatOptions{
-          .minimumFractionDigits = 1, .maximumFractionDigits = 1, .minimumIntegerDigits = 1}) {}
+          .minimumFractionDigits = 1, .maximumFractionDigits = 1, .minimumIntegerDigits = 1}) {
+  restoreDistanceSmallToBigThreshold();
+}
 
 UnitsProvider& UnitsProvider::sharedInstance() {
   static UnitsProvider provider(Env::Default(), EnvironmentSettings::shared());
@@ -133,7 +135,40 @@ std::vector<std::shared_ptr<const QMDistanceUnit>> UnitsProvider::allDistanceUni
   return sortedCatalog(catalogs_.distance, QMMeasurementSubject::kDistance);
 }
 
-// ---- Deriving ------------------------------------------------------------------------------
+// ---- Restoring and deriving ----------------------------------------------------------------
+
+bool UnitsProvider::localeIsMetric() const {
+  return EnvironmentSettings::isMetric(env_.localeIdentifier());
+}
+
+void UnitsProvider::restoreCurrentGeneralUnitType() {
+  current_.generalUnitType = restoredGeneralUnitType(*store_, localeIsMetric());
+  // Only a stored system checks the small distance type, and only that: the system itself is
+  // taken as it is.
+  if (store_->hasKey(QMGeneralUnitPrefKeyName) && current_.distanceUnitType >= 2) {
+    current_.distanceUnitType = 0;
+  }
+}
+
+void UnitsProvider::restoreCurrentDistanceUnitType() {
+  current_.distanceUnitType = restoredDistanceUnitType(*store_, current_.generalUnitType);
+}
+
+void UnitsProvider::restoreCurrentAltitudeUnitType() {
+  current_.altitudeUnitType = restoredAltitudeUnitType(*store_, current_.generalUnitType);
+}
+
+void UnitsProvider::restoreCurrentVerticalSpeedUnitType() {
+  current_.verticalSpeedUnit = derived(choice()).verticalSpeedUnit;
+}
+
+void UnitsProvider::restoreCurrentPressureUnitType() {
+  current_.pressureUnit = derived(choice()).pressureUnit;
+}
+
+void UnitsProvider::restoreCurrentTemperatureUnitType() {
+  current_.temperatureUnit = derived(choice()).temperatureUnit;
+}
 
 void UnitsProvider::establishCurrentUnits() { deriveFor(choice()); }
 
@@ -143,16 +178,19 @@ UnitSystemChoice UnitsProvider::choice() const {
           .altitudeUnitType = current_.altitudeUnitType};
 }
 
-void UnitsProvider::deriveFor(const UnitSystemChoice& choice) {
-  current_ = deriveCurrentUnits(*store_, catalogs_, choice, &current_);
+CurrentUnits UnitsProvider::derived(const UnitSystemChoice& choice) const {
+  return deriveCurrentUnits(*store_, catalogs_, choice, &current_);
 }
+
+void UnitsProvider::deriveFor(const UnitSystemChoice& choice) { current_ = derived(choice); }
 
 // ---- Setters -------------------------------------------------------------------------------
 
 void UnitsProvider::setGeneralUnitType(std::int64_t type) {
   if (type == current_.generalUnitType) return;
   storeInteger(QMGeneralUnitPrefKeyName, type);
-  deriveFor(restoreUnitSystemChoice(*store_, firstLaunchIsMetric_));
+  deriveFor(restoreUnitSystemChoice(*store_, localeIsMetric()));
+  restoreDistanceSmallToBigThreshold();
   environment_.switchToDistanceUnit(static_cast<DistanceUnitType>(type));
   notifyOnUnitsChange();
   synchronizeClientsIfSupported();
@@ -166,6 +204,7 @@ void UnitsProvider::setNauticalDistanceUnitType(std::int64_t type) {
   UnitSystemChoice next = choice();
   next.distanceUnitType = restoredDistanceUnitType(*store_, next.generalUnitType);
   deriveFor(next);
+  restoreDistanceSmallToBigThreshold();
   notifyOnUnitsChange();
   synchronizeClientsIfSupported();
 }

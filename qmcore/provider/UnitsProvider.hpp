@@ -9,8 +9,11 @@
 // Most kinds default from the unit system; length, area, vertical speed, pressure and
 // temperature have choices of their own, and the small distance and altitude units (metres or
 // feet) separate settings. Every setter persists first and then derives the current units anew
-// from the store (`deriveCurrentUnits` of CurrentUnits.hpp), so the state is always what the
-// store says.
+// from the store (`deriveCurrentUnits` of CurrentUnits.hpp), so the state is what the store
+// says, with one exception: a switch value stored for any distance unit of the small unit's
+// type (the kilometre while metres are current) sets the distance threshold until the threshold
+// is restored from the current distance unit (at launch, and when the system or the nautical
+// distance type changes).
 // Automatic switching from a small to a big unit (metres to kilometres, feet to miles) happens
 // at thresholds derived from per-unit switch values; -1 means "never".
 //
@@ -208,10 +211,40 @@ class UnitsProvider {
   // Posts "QMUnitsChanged" with this provider as object.
   void notifyOnUnitsChange() const;
 
-  // ---- Deriving from the store -------------------------------------------------------------
+  // ---- Restoring and deriving from the store ------------------------------------------------
+  //
+  // For apps that change the store behind the provider's back: each restore re-reads its own
+  // part only, without storing or notifying; `establishCurrentUnits` then derives the units for
+  // the restored system and small units.
+  //
+  //   store->setInteger(qm::QMGeneralUnitPrefKeyName, 2);
+  //   units.restoreCurrentGeneralUnitType();
+  //   units.restoreCurrentDistanceUnitType();
+  //   units.restoreCurrentAltitudeUnitType();
+  //   units.establishCurrentUnits();
+  //   units.restoreDistanceSmallToBigThreshold();
 
-  // Derives every current unit anew from the store for the current unit system and small-unit
-  // choice (the setters do this after each write).
+  // The stored system, taken as it is; with none stored, metric (0) when the measurement system
+  // of the environment's locale is, else imperial (1). A stored system also resets a small
+  // distance type of 2 or more to 0.
+  void restoreCurrentGeneralUnitType();
+  // The system's small distance unit; in nautical mode the legacy key, else the stored nautical
+  // choice (2 or more mean metres), else feet.
+  void restoreCurrentDistanceUnitType();
+  // In nautical mode the legacy key; else the stored choice (2 or more mean metres), else the
+  // system's default.
+  void restoreCurrentAltitudeUnitType();
+  // The stored unit with its stored scale, else the system's default.
+  void restoreCurrentVerticalSpeedUnitType();
+  // The stored unit; an identifier in no catalog keeps the current unit; none stored: the
+  // system's default.
+  void restoreCurrentPressureUnitType();
+  void restoreCurrentTemperatureUnitType();
+  // The distance threshold from the current distance unit's switch value.
+  void restoreDistanceSmallToBigThreshold();
+  // Derives every current unit and the length and area thresholds anew from the store for the
+  // current unit system and small-unit choice (the setters do this after each write); keeps the
+  // distance threshold.
   void establishCurrentUnits();
 
   // ---- Distance unit choice ------------------------------------------------------------------
@@ -228,8 +261,10 @@ class UnitsProvider {
   // built-in value (`unitSwitchesAtValue`, what the unit was made with) when it switches by
   // default; else -1 (never).
   std::int64_t automaticSwitchValueForUnit(const QMUnit& unit) const;
-  // Stores `value` for `unit`, derives the thresholds anew and notifies
-  // ("QMPlanimeterUnitTypeChanged" for lengths and areas, "QMUnitsChanged" otherwise).
+  // Stores `value` for `unit`, derives the length and area thresholds anew and notifies
+  // ("QMPlanimeterUnitTypeChanged" for lengths and areas, "QMUnitsChanged" otherwise). A distance
+  // unit of the small unit's type, current or not, sets the distance threshold to `value` in
+  // metres (-1 stays never).
   void setAutomaticSwitchValue(std::int64_t value, const QMUnit& unit);
   // "Always keep as <unit>" or "Switch to <big unit> from <value>".
   std::string rulesDescriptionForUnit(const QMUnit& unit) const;
@@ -415,8 +450,11 @@ class UnitsProvider {
   std::string smallUnitLabel(std::int64_t unitType, bool localized) const;
   // The unit system and small units of the current units.
   UnitSystemChoice choice() const;
-  // Derives the current units for `choice`.
+  // The current units for `choice` as the store gives them, and the same made current.
+  CurrentUnits derived(const UnitSystemChoice& choice) const;
   void deriveFor(const UnitSystemChoice& choice);
+  // Whether the environment's locale measures in metric units.
+  bool localeIsMetric() const;
   // Stores the key's new value and synchronises.
   void storeInteger(std::string_view key, std::int64_t value);
   void storeString(std::string_view key, std::string_view value);
@@ -431,8 +469,8 @@ class UnitsProvider {
   std::shared_ptr<SettingsStore> store_;
   NotificationCenter& center_;
   EnvironmentSettings& environment_;
-  // The first-launch choice of system, fixed when the provider is made.
-  const bool firstLaunchIsMetric_;
+  // Asked for its locale whenever no system is stored.
+  Env& env_;
   const UnitCatalogs catalogs_;
   CurrentUnits current_;
 

@@ -2,6 +2,7 @@
 // from them, and the texts that describe the rule.
 
 #include "qmcore/platform/SettingsStore.hpp"
+#include "qmcore/provider/QMUnitCalculator.hpp"
 #include "qmcore/provider/UnitsProvider.hpp"
 #include "qmcore/strings/CoreStrings.hpp"
 #include "qmcore/strings/StringFormat.hpp"
@@ -14,6 +15,13 @@ bool isKilometreOrMile(std::string_view uuid, std::string_view kilometre, std::s
   return isSameConstant(uuid, kilometre) || isSameConstant(uuid, mile);
 }
 
+// A switch value of a distance unit of `unitType`, in metres. Feet become metres by the division
+// by 3.28084, not by the foot's factor.
+double distanceThresholdInMeters(std::int64_t switchValue, std::int64_t unitType) {
+  if (switchValue == QMUnitShouldNotSwitchAutomatically) return -1.0;
+  return calculator::convertDistanceValue(static_cast<double>(switchValue), unitType, 0);
+}
+
 }  // namespace
 
 std::int64_t UnitsProvider::automaticSwitchValueForUnit(const QMUnit& unit) const {
@@ -23,13 +31,28 @@ std::int64_t UnitsProvider::automaticSwitchValueForUnit(const QMUnit& unit) cons
 void UnitsProvider::setAutomaticSwitchValue(std::int64_t value, const QMUnit& unit) {
   // `unit` may be one of the current units, which establishCurrentUnits replaces: read it first.
   const QMMeasurementSubject subject = unit.subject();
+  const auto unitType = static_cast<std::int64_t>(unit.unitType());
   storeInteger(switchValueKey(unit.uuid()), value);
+  // Any distance unit of the small unit's type, not only the current one: the kilometre's value
+  // is the threshold with metres current, until the next restore.
+  if (subject == QMMeasurementSubject::kDistance && unitType == current_.distanceUnitType) {
+    current_.distanceSmallToBigThreshold = distanceThresholdInMeters(value, unitType);
+  }
   establishCurrentUnits();
   if (subject == QMMeasurementSubject::kLength || subject == QMMeasurementSubject::kArea) {
     notifyOnMapSettingsChange();
   } else {
     notifyOnUnitsChange();
   }
+}
+
+void UnitsProvider::restoreDistanceSmallToBigThreshold() {
+  // A distance unit cleared through the plain setter never switches.
+  const auto& unit = current_.distanceUnit;
+  current_.distanceSmallToBigThreshold =
+      unit ? distanceThresholdInMeters(automaticSwitchValueForUnit(*unit),
+                                       static_cast<std::int64_t>(unit->unitType()))
+           : -1.0;
 }
 
 std::string UnitsProvider::rulesDescriptionForUnit(const QMUnit& unit) const {

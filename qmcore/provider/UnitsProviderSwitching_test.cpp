@@ -44,6 +44,8 @@ TEST_F(UnitsProviderTest, ThresholdsFollowTheSwitchValuesOfTheCurrentUnits) {
   EXPECT_EQ(p.defaultQMDistanceUnit(), (QMDistanceUnitType{true, DistanceUnitType::kImperial}));
   const auto foot = QMDistanceUnit::footUnit();
   const auto meter = QMDistanceUnit::meterUnit();
+  const auto kilometer = QMDistanceUnit::kilometerUnit();
+  const auto mile = QMDistanceUnit::mileUnit();
   const auto squareMeter = QMAreaUnit::squareMeterUnit();
   const auto set = [&p](std::int64_t value, const QMUnit& unit) {
     return [&p, value, &unit] { p.setAutomaticSwitchValue(value, unit); };
@@ -68,6 +70,14 @@ TEST_F(UnitsProviderTest, ThresholdsFollowTheSwitchValuesOfTheCurrentUnits) {
        0.30479999 * 500},
       {"metric: the metre's stored value", [&] { p.setGeneralUnitType(0); }, kDistance, 3000.0},
       {"zero: always the big unit", set(0, *meter), kDistance, 0.0},
+      // Any unit of the small unit's type sets it, until it is restored from the current unit.
+      {"the kilometre", set(7, *kilometer), kDistance, 7.0},
+      {"deriving keeps it", [&] { p.establishCurrentUnits(); }, kDistance, 7.0},
+      {"restoring", [&] { p.restoreDistanceSmallToBigThreshold(); }, kDistance, 0.0},
+      {"the kilometre again", set(7, *kilometer), kDistance, 7.0},
+      {"imperial: the foot's", [&] { p.setGeneralUnitType(1); }, kDistance, -1.0},
+      {"the mile", set(9, *mile), kDistance, 9 / 3.28084},
+      {"metric again: the metre's", [&] { p.setGeneralUnitType(0); }, kDistance, 0.0},
       {"square metres", set(100000, *squareMeter), kArea, 100000.0},
       {"a unit without a bigger one",
        [&] { p.setCurrentAreaUnit(p.areaUnitWithUuid(QMTsuboUnitUuid)); }, kArea, -1.0},
@@ -89,7 +99,7 @@ TEST_F(UnitsProviderTest, ThresholdsFollowTheSwitchValuesOfTheCurrentUnits) {
   }
   EXPECT_EQ(p.automaticSwitchValueForUnit(*squareMeter), -2) << "any stored value counts";
   // Lengths and areas have the map settings' notification; a unit not current posts too.
-  EXPECT_EQ(unitsChangedPosts(), 5);
+  EXPECT_EQ(unitsChangedPosts(), 10);
   EXPECT_EQ(mapSettingsPosts(), 5);
   EXPECT_EQ(launch("en_US").distanceSmallToBigThresholdInMeters(), 0.0);
   provider_->setGeneralUnitType(5);

@@ -54,6 +54,16 @@ TEST_F(UnitsProviderTest, StoredSystemAndSmallUnitTypes) {
     p.setNauticalDistanceUnitType(1);
     EXPECT_FALSE(store_->hasKey(QMOLDNauticalDistanceAndAltitudeUnitPrefKeyName));
   };
+  const auto restoreSystemInBritain = [&](UnitsProvider& p) {
+    env_.setLocaleIdentifier("en_GB");
+    p.restoreCurrentGeneralUnitType();
+  };
+  const auto restoreSmallUnits = [&](UnitsProvider& p) {
+    store_->setInteger(QMNauticalDistanceUnitPrefKeyName, 0);
+    store_->setInteger(QMAltitudeUnitPrefKeyName, 0);
+    p.restoreCurrentDistanceUnitType();
+    p.restoreCurrentAltitudeUnitType();
+  };
   // What a launch in de_DE restores from the store, and what `then` leaves.
   const struct {
     const char* what;
@@ -68,6 +78,10 @@ TEST_F(UnitsProviderTest, StoredSystemAndSmallUnitTypes) {
       {"setting the nautical distance drops the legacy key", 2, 0, {}, 1, 2, 1, 0, dropsLegacyKey},
       {"types of 2 or more mean metres", 2, {}, 7, 2, 2, 0, 0},
       {"an unknown system is kept", 5, {}, {}, {}, 5, 5, 0},
+      // Restores after the store changed behind the provider's back, or the locale did.
+      {"no system: the locale's", {}, {}, {}, {}, 1, 0, 0, restoreSystemInBritain},
+      {"a stored system resets large small types", 5, {}, {}, {}, 5, 0, 0, restoreSystemInBritain},
+      {"small units", 2, {}, {}, {}, 2, 0, 0, restoreSmallUnits},
   };
   for (const auto& c : cases) {
     const std::pair<std::string_view, Stored> stored[] = {
@@ -154,6 +168,15 @@ TEST_F(UnitsProviderTest, LookupsSortedCatalogsAndStaleStoredIdentifiers) {
   store_->setString(QMTemperatureUnitPrefKeyName, ".temperature-kelvin");
   p.establishCurrentUnits();  // a stale identifier keeps the current unit
   EXPECT_EQ(p.temperatureUnit()->uuid(), ".temperature-c");
+  store_->setString(QMPressureUnitPrefKeyName, ".pressure-hpa");
+  store_->setString(QMCurrentVerticalSpeedUnitUuidPrefKeyName, ".vspeed-m/min");
+  store_->setDouble(".vspeed-m/min_scale", 2.0);
+  p.restoreCurrentPressureUnitType();
+  p.restoreCurrentTemperatureUnitType();
+  p.restoreCurrentVerticalSpeedUnitType();
+  EXPECT_EQ(p.pressureUnit()->uuid(), ".pressure-hpa");
+  EXPECT_EQ(p.temperatureUnit()->uuid(), ".temperature-c");
+  EXPECT_EQ(p.verticalSpeedUnit()->scale(), 2);
 
   // Distances and altitudes biggest first, every other kind smallest first.
   EXPECT_EQ(p.allDistanceUnits().front()->uuid(), ".distance-nauticalmile");
@@ -211,8 +234,7 @@ TEST(UnitsProviderSharedInstance, IsMadeOnceFromSeveralThreadsOverTheStandardSto
   std::filesystem::remove_all(folder);
   const std::string path = (folder / "settings.sqlite").string();
   const char* saved = std::getenv("QM_SETTINGS_PATH");
-  const std::optional<std::string> savedPath =
-      saved != nullptr ? std::optional<std::string>(saved) : std::nullopt;
+  const std::string savedPath = saved != nullptr ? saved : "";
   setenv("QM_SETTINGS_PATH", path.c_str(), 1);
 
   constexpr int kThreads = 4;
@@ -226,8 +248,8 @@ TEST(UnitsProviderSharedInstance, IsMadeOnceFromSeveralThreadsOverTheStandardSto
     });
   }
   for (std::thread& thread : threads) thread.join();
-  if (savedPath) {
-    setenv("QM_SETTINGS_PATH", savedPath->c_str(), 1);
+  if (saved != nullptr) {
+    setenv("QM_SETTINGS_PATH", savedPath.c_str(), 1);
   } else {
     unsetenv("QM_SETTINGS_PATH");
   }
