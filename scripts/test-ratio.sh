@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Prints the lines of the library and tool code, the lines of the tests and their ratio, and
 # fails when the tests outgrow the limit (default 0.35): tests are to catch faults, not to
-# restate the code. Counts every tracked file:
+# restate the code. Counts the tracked C++ and shell sources (not string tables or CMake files):
 #   code:  qmcore/ and tools/qmcore/, less the tests and qmcore/testing/
 #   tests: *_test.cpp, qmcore/testing/, tests/ and tools/qmcore/tests/
 #
@@ -16,8 +16,10 @@ count_lines() {
   xargs -0 -r cat -- | wc -l
 }
 
-code=$(git ls-files -z qmcore tools/qmcore | grep -zvE "$tests_pattern" | count_lines)
-tests=$(git ls-files -z | grep -zE "$tests_pattern" | count_lines)
+sources='\.(cpp|hpp|sh)$'
+code=$(git ls-files -z qmcore tools/qmcore | grep -zE "$sources" | grep -zvE "$tests_pattern" |
+  count_lines)
+tests=$(git ls-files -z | grep -zE "$sources" | grep -zE "$tests_pattern" | count_lines)
 ratio=$(awk -v t="$tests" -v c="$code" 'BEGIN { printf "%.2f", t / c }')
 echo "code: $code lines"
 echo "tests: $tests lines"
