@@ -37,11 +37,15 @@ double QMDisk::usedDiskSpaceInBytes(const Env& env) {
   return std::trunc(c.total - c.free);
 }
 
+std::string QMDisk::totalDiskSpace(const Env& env) { return sizeText(totalDiskSpaceInBytes(env)); }
+std::string QMDisk::freeDiskSpace(const Env& env) { return sizeText(freeDiskSpaceInBytes(env)); }
+std::string QMDisk::usedDiskSpace(const Env& env) { return sizeText(usedDiskSpaceInBytes(env)); }
+
 double QMDisk::totalDiskSpaceInBytes() { return totalDiskSpaceInBytes(Env::Default()); }
 double QMDisk::freeDiskSpaceInBytes() { return freeDiskSpaceInBytes(Env::Default()); }
 double QMDisk::usedDiskSpaceInBytes() { return usedDiskSpaceInBytes(Env::Default()); }
-std::string QMDisk::totalDiskSpace() { return sizeText(totalDiskSpaceInBytes()); }
-std::string QMDisk::freeDiskSpace() { return sizeText(freeDiskSpaceInBytes()); }
-std::string QMDisk::usedDiskSpace() { return sizeText(usedDiskSpaceInBytes()); }
+std::string QMDisk::totalDiskSpace() { return totalDiskSpace(Env::Default()); }
+std::string QMDisk::freeDiskSpace() { return freeDiskSpace(Env::Default()); }
+std::string QMDisk::usedDiskSpace() { return usedDiskSpace(Env::Default()); }
 
 }  // namespace qm

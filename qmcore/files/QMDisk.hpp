@@ -3,6 +3,7 @@
 //
 //   qm::QMDisk::freeDiskSpaceInBytes();   // 52613349376.0
 //   qm::QMDisk::freeDiskSpace();          // "52.6 GB"
+//   qm::QMDisk::freeDiskSpace(env);       // the same for env's home directory
 //
 // "Free" is the space available to the user (blocks not reserved for the superuser). When the
 // file system cannot be read, every figure is 0.
@@ -33,6 +34,9 @@ class QMDisk {
   static double totalDiskSpaceInBytes(const Env& env);
   static double freeDiskSpaceInBytes(const Env& env);
   static double usedDiskSpaceInBytes(const Env& env);
+  static std::string totalDiskSpace(const Env& env);
+  static std::string freeDiskSpace(const Env& env);
+  static std::string usedDiskSpace(const Env& env);
 };
 
 }  // namespace qm

@@ -6,12 +6,14 @@
 
 #include <cerrno>
 #include <cmath>
+#include <cstdint>
 #include <filesystem>
 #include <string>
 #include <vector>
 
 #include "qmcore/files/FileManagerCleanup.hpp"
 #include "qmcore/files/QMDisk.hpp"
+#include "qmcore/formatting/QMFormatter.hpp"
 #include "qmcore/testing/FakeEnv.hpp"
 #include "qmcore/testing/FileTesting.hpp"
 
@@ -237,7 +239,7 @@ TEST_F(QMFileHelperTest, ClearTmpDirectoryEmptiesTheEnvironmentsTemporaryFolder)
   EXPECT_TRUE(fs::exists(home() / "kept"));
 }
 
-TEST_F(QMFileHelperTest, DiskFiguresAddUp) {
+TEST_F(QMFileHelperTest, DiskFiguresAddUpForTheEnvironmentsHome) {
   const double total = QMDisk::totalDiskSpaceInBytes(env_);
   const double free = QMDisk::freeDiskSpaceInBytes(env_);
   const double used = QMDisk::usedDiskSpaceInBytes(env_);
@@ -246,7 +248,17 @@ TEST_F(QMFileHelperTest, DiskFiguresAddUp) {
   EXPECT_EQ(used, std::trunc(used));
   // Free space can change between the readings; the used figure stays within a megabyte.
   EXPECT_NEAR(used, total - free, 1 << 20);
-  EXPECT_NE(QMDisk::totalDiskSpace().find("B"), std::string::npos);
+  EXPECT_EQ(QMDisk::totalDiskSpace(env_),
+            QMFormatter::stringFromFileSize(static_cast<std::int64_t>(total)));
+  // The texts measure the environment's home as the byte counts do: one that cannot be read
+  // is 0, while the process's own home is not.
+  std::filesystem::remove_all(home());
+  const std::string none = QMFormatter::stringFromFileSize(0);
+  EXPECT_EQ(QMDisk::totalDiskSpaceInBytes(env_), 0);
+  EXPECT_EQ(QMDisk::totalDiskSpace(env_), none);
+  EXPECT_EQ(QMDisk::freeDiskSpace(env_), none);
+  EXPECT_EQ(QMDisk::usedDiskSpace(env_), none);
+  EXPECT_NE(QMDisk::totalDiskSpace(), none);
 }
 
 }  // namespace
