@@ -3,7 +3,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <map>
 #include <string>
 #include <vector>
@@ -13,6 +12,7 @@
 #include "qmcore/persistence/NullCodable.hpp"
 #include "qmcore/persistence/internal/DebugLogCapture.hpp"
 #include "qmcore/testing/FakeEnv.hpp"
+#include "qmcore/testing/FileTesting.hpp"
 
 namespace qm {
 namespace {
@@ -204,20 +204,13 @@ TEST(JsonHelperTest, EncodingFailuresAreAbsentAndLoggedExceptByThePlainEncoder) 
               ::testing::StartsWith("[JSON] Error while pretty encoding object, error: "));
 }
 
-// What the store's file holds under `key` as another reader (python's sqlite3) sees it.
+// How many rows the store's file holds under `key`, as another reader (python's sqlite3) sees it.
 std::string keyCountOnDisk(const std::filesystem::path& file, const std::string& key) {
-  const std::string command =
+  return testing::run(
       "python3 -c \"import sqlite3,sys; print(sqlite3.connect(sys.argv[1])"
       ".execute('SELECT count(*) FROM settings WHERE key=?',"
       " (sys.argv[2],)).fetchone()[0])\" '" +
-      file.string() + "' '" + key + "' 2>&1";
-  std::string out;
-  if (FILE* pipe = popen(command.c_str(), "r")) {
-    char buffer[256];
-    while (std::fgets(buffer, sizeof buffer, pipe) != nullptr) out += buffer;
-    pclose(pipe);
-  }
-  return out;
+      file.string() + "' '" + key + "'");
 }
 
 TEST(JsonHelperTest, TheStoreHelpersWriteRemoveAndSynchroniseOnlyWhenAsked) {
