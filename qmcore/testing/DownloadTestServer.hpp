@@ -7,9 +7,9 @@
 //   /short/MS      announces 100 bytes, sends 10, is silent for MS milliseconds, hangs up
 //   /silent/MS     says nothing for MS milliseconds, then "late"
 //   /slow/N/MS     N bytes, one every MS milliseconds
-//   /big           kBigSize bytes streamed from memory (bigBody() is the same bytes)
+//   /big           kBigSize bytes streamed from memory
 //
-// Silences end early when the server stops; silentSince() is when the last one began.
+// Silences end early when the server stops; silentFor() tells how long ago the last one began.
 // download() fetches a path with FileUrlDownloader::downloadFileFromUrl.
 
 #ifndef QMCORE_TESTING_DOWNLOADTESTSERVER_HPP_
@@ -29,9 +29,9 @@ namespace qm::testing {
 
 class DownloadTestServer {
  public:
+  // /big sends kBigSize bytes: 100 times the same mebibyte, of digest kBigMd5.
   static constexpr std::size_t kBigSize = 100u << 20;
-  static constexpr std::size_t kBigPattern = 1u << 20;
-  using Clock = std::chrono::steady_clock;
+  static constexpr const char* kBigMd5 = "35dfc33311f555533771b82fc2a60f63";
 
   DownloadTestServer() {
     httplib::Server& http = server_.http();
@@ -88,7 +88,10 @@ class DownloadTestServer {
 
   std::string url(const std::string& path) const { return server_.url(path); }
   LoopbackHttpServer& server() { return server_; }
-  Clock::time_point silentSince() const { return silentSince_; }
+  // Seconds since the last silence began.
+  double silentFor() const {
+    return std::chrono::duration<double>(Clock::now() - silentSince_.load()).count();
+  }
 
   // What the completion of a download of `path` into `to` got ("not called" when it was not).
   std::optional<Error> download(const std::string& path, const std::filesystem::path& to,
@@ -99,15 +102,10 @@ class DownloadTestServer {
     return got;
   }
 
-  // The bytes /big sends.
-  std::string bigBody() const {
-    std::string body;
-    body.reserve(kBigSize);
-    while (body.size() < kBigSize) body += pattern_;
-    return body;
-  }
-
  private:
+  using Clock = std::chrono::steady_clock;
+  static constexpr std::size_t kBigPattern = 1u << 20;
+
   void hang(std::chrono::milliseconds duration) {
     silentSince_ = Clock::now();
     server_.hang(duration);
