@@ -113,13 +113,11 @@ TEST_F(FileUrlDownloaderFaultsTest, HundredMegabytesDownloadWithTheirDigestCheck
 
 TEST(FileUrlDownloaderConcurrencyTest, ManyThreadsShareConnections) {
   testing::DownloadTestServer server;
-  constexpr int kThreads = 8;
-  constexpr int kRequests = 50;
   std::atomic<int> succeeded = 0;
   std::vector<std::thread> threads;
-  for (int t = 0; t < kThreads; ++t) {
+  for (int t = 0; t < 8; ++t) {
     threads.emplace_back([&server, &succeeded] {
-      for (int i = 0; i < kRequests; ++i) {
+      for (int i = 0; i < 50; ++i) {
         std::optional<Error> error;
         const auto data =
             FileUrlDownloader::dataWithGetFromUrlString(server.url("/status/200"), &error);
@@ -128,9 +126,9 @@ TEST(FileUrlDownloaderConcurrencyTest, ManyThreadsShareConnections) {
     });
   }
   for (std::thread& thread : threads) thread.join();
-  EXPECT_EQ(succeeded.load(), kThreads * kRequests);
+  EXPECT_EQ(succeeded.load(), 8 * 50);
   // One connection per thread would do; a connection per request would be 400.
-  EXPECT_LE(server.server().connectionCount(), static_cast<std::size_t>(2 * kThreads));
+  EXPECT_LE(server.server().connectionCount(), 2u * 8);
 }
 
 }  // namespace
