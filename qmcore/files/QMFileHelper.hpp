@@ -91,9 +91,11 @@ class QMFileHelper {
   // Writes a zip archive of `source` to `toFileAt` (default: `source` + ".zip") and returns
   // its path. A folder is zipped as it is; a file is first copied into the scratch folder
   // temporary directory / `zipDirName`, so the archive's top-level folder is `zipDirName`
-  // holding the file; the scratch folder is removed afterwards. Throws ErrorException when the
-  // archive cannot be made or written, after printing "zipping failed" or "zipping succeeded
-  // but copying the zip file failed" on the console log. The temporary directory is `env`'s.
+  // holding the file; the scratch folder is removed afterwards. An item already at `toFileAt`
+  // is kept, never replaced. Throws ErrorException when the archive cannot be made or copied to
+  // `toFileAt` (File exists when an item is there), after printing "zipping failed" or
+  // "zipping succeeded but copying the zip file failed" on the console log. The temporary
+  // directory is `env`'s.
   static std::filesystem::path zip(const std::filesystem::path& source,
                                    const std::optional<std::filesystem::path>& toFileAt,
                                    std::string_view zipDirName);
