@@ -1,6 +1,7 @@
 #include "qmcore/units/QMUnit.hpp"
 
 #include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
 
 #include <string>
 
@@ -12,18 +13,18 @@
 #include "qmcore/units/QMPressureUnit.hpp"
 #include "qmcore/units/QMSpeedUnit.hpp"
 #include "qmcore/units/QMTemperatureUnit.hpp"
-#include "qmcore/units/UnitTestSupport.hpp"
+#include "qmcore/units/QMUnitTypes.hpp"
 
 namespace qm {
 namespace {
 
+using nlohmann::json;
+
 TEST(QMUnit, PlainUnitIsEmpty) {
   const QMUnit plain;
-  EXPECT_EQ(plain.uuid().data(), nullptr);
-  EXPECT_EQ(plain.name().data(), nullptr);
-  EXPECT_EQ(plain.abbreviation().data(), nullptr);
-  EXPECT_EQ(testing::summary(plain), "|||0|0|0|0||");
-  EXPECT_EQ(plain.debugDescription(), "(null) ((null)), (null) m*0.000000");
+  EXPECT_EQ(plain.debugDescription(), "(null) ((null)), (null) m*0.000000");  // null views
+  EXPECT_EQ(plain.unitType(), DistanceUnitType::kMetric);
+  EXPECT_EQ(plain.subject(), QMMeasurementSubject::kSpeed);
   EXPECT_EQ(plain.automaticSwitchDescriptionForValue(5), std::nullopt);
   EXPECT_EQ(QMUnit(3).formatter().format(2.0), "2.000");
   // Identified by nothing: described as nautical, converted from as Fahrenheit.
@@ -31,42 +32,26 @@ TEST(QMUnit, PlainUnitIsEmpty) {
   EXPECT_EQ(QMTemperatureUnit().uiDescription(), "0 = -18°C");
 }
 
-TEST(QMUnit, TextsInEnglishAndGerman) {
+// Each class's value text and description, and each branch of them.
+TEST(QMUnit, TextsOfEachKind) {
   const struct {
     std::shared_ptr<const QMUnit> unit;
     double value;
     const char* text;
     const char* description;
-    const char* germanText;
-    const char* germanDescription;
   } cases[] = {
-      {QMLengthUnit::footUnit(), 12.0, "12 ft", "1 ft = 0.304800 m", "12 ft", "1 ft = 0.304800 m"},
-      {QMLengthUnit::meterUnit(), 12345.6, "12345.6 m", "1 m = 1.000000 m", "12345.6 m",
-       "1 m = 1.000000 m"},
-      {QMLengthUnit::nauticalMileUnit(), 1.5, "1.50 nm", "1 nm = 1852.000000 m", "1.50 sm",
-       "1 sm = 1852.000000 m"},
-      {QMDistanceUnit::meterUnit(), 999.6, "1000 m", "1 m = 3.280840 ft", "1000 m",
-       "1 m = 3.280840 ft"},
-      {QMDistanceUnit::mileUnit(), 2.0, "2.00 mi", "1 mi = 1609.344000 m", "2.00 mi",
-       "1 mi = 1609.344000 m"},
-      {QMAltitudeUnit::meterUnit(), 1234.5, "1234 m", "1 m = 3.280840 ft", "1234 m",
-       "1 m = 3.280840 ft"},
-      {QMAltitudeUnit::footUnit(), -3.0, "-3 ft", "1 ft = 0.304800 m", "-3 ft",
-       "1 ft = 0.304800 m"},
-      {QMAreaUnit::squareMeterUnit(), 12.5, "12.5m²", "1 m² = 1.000000 m²", "12.5m²",
-       "1 m² = 1.000000 m²"},
-      {QMAreaUnit::hectareUnit(), 1234.5, "1234.500ha", "1 ha = 10000.000000 m²", "1234.500ha",
-       "1 ha = 10000.000000 m²"},
-      {QMPressureUnit::inHgUnit(), 29.92, "29.920 inHg", "1 inHg = 33.86 hPa", "29.920 inHg",
-       "1 inHg = 33.86 hPa"},
-      {QMSpeedUnit::kmhUnit(), 1.0, "1.00 km/h", "Metric. 1.00 km/h = 0.62 mph or 0.54 kts",
-       "1.00 km/h", "Metrisch. 1.00 km/h = 0.62 mph oder 0.54 kn"},
-      {QMSpeedUnit::mphUnit(), 1.0, "1.00 mph", "Imperial. 1.00 mph = 1.61 km/h or 0.87 kts",
-       "1.00 mph", "Imperial. 1.00 mph = 1.61 km/h oder 0.87 kn"},
-      {QMSpeedUnit::knotUnit(), 1.0, "1.00 kts", "Nautical. 1.00 kts = 1.85 km/h or 1.15 mph",
-       "1.00 kn", "Nautisch. 1.00 kn = 1.85 km/h oder 1.15 mph"},
-      {QMTemperatureUnit::celsiusUnit(), 21.5, "22 °C", "0°C = 32°F", "22 °C", "0°C = 32°F"},
-      {QMTemperatureUnit::farenheitUnit(), 0.0, "0 °F", "0°F = -18°C", "0 °F", "0°F = -18°C"},
+      {QMLengthUnit::footUnit(), 12.0, "12 ft", "1 ft = 0.304800 m"},
+      {QMDistanceUnit::meterUnit(), 999.6, "1000 m", "1 m = 3.280840 ft"},
+      {QMDistanceUnit::mileUnit(), 2.0, "2.00 mi", "1 mi = 1609.344000 m"},
+      {QMAltitudeUnit::meterUnit(), 1234.5, "1234 m", "1 m = 3.280840 ft"},
+      {QMAltitudeUnit::footUnit(), -3.0, "-3 ft", "1 ft = 0.304800 m"},
+      {QMAreaUnit::hectareUnit(), 1234.5, "1234.500ha", "1 ha = 10000.000000 m²"},
+      {QMPressureUnit::inHgUnit(), 29.92, "29.920 inHg", "1 inHg = 33.86 hPa"},
+      {QMSpeedUnit::kmhUnit(), 1.0, "1.00 km/h", "Metric. 1.00 km/h = 0.62 mph or 0.54 kts"},
+      {QMSpeedUnit::mphUnit(), 1.0, "1.00 mph", "Imperial. 1.00 mph = 1.61 km/h or 0.87 kts"},
+      {QMSpeedUnit::knotUnit(), 1.0, "1.00 kts", "Nautical. 1.00 kts = 1.85 km/h or 1.15 mph"},
+      {QMTemperatureUnit::celsiusUnit(), 21.5, "22 °C", "0°C = 32°F"},
+      {QMTemperatureUnit::farenheitUnit(), 0.0, "0 °F", "0°F = -18°C"},
   };
   for (const auto& c : cases) {
     EXPECT_EQ(c.unit->stringForValue(c.value), c.text);
@@ -76,18 +61,15 @@ TEST(QMUnit, TextsInEnglishAndGerman) {
   EXPECT_EQ(QMAreaUnit::squareFootUnit()->stringForIntegerValue(-3), "-3ft²");
   EXPECT_EQ(QMLengthUnit::footUnit()->debugDescription(), "Foot (.length-foot), ft m*0.304800");
   EXPECT_EQ(QMSpeedUnit::knotUnit()->localizedName(), "KNOTS");
-  EXPECT_EQ(QMSpeedUnit::knotUnit()->name(), "knots");
 
+  // Names, abbreviations and descriptions in the locale's words.
   const testing::ScopedLocale german("de_DE");
-  for (const auto& c : cases) {
-    EXPECT_EQ(c.unit->stringForValue(c.value), c.germanText);
-    EXPECT_EQ(c.unit->uiDescription(), c.germanDescription);
-  }
-  EXPECT_EQ(QMSpeedUnit::knotUnit()->localizedName(), "KNOTEN");
-  EXPECT_EQ(QMLengthUnit::inchUnit()->localizedName(), "Zoll");
+  EXPECT_EQ(QMLengthUnit::nauticalMileUnit()->stringForValue(1.5), "1.50 sm");
+  EXPECT_EQ(QMSpeedUnit::knotUnit()->uiDescription(),
+            "Nautisch. 1.00 kn = 1.85 km/h oder 1.15 mph");
 }
 
-TEST(QMUnit, SubjectNamesByIdentifierConstantNotByText) {
+TEST(QMUnit, SubjectNamesByIdentifierConstantNotByTextOrByEnumeration) {
   const struct {
     const std::string_view* constant;
     const char* english;
@@ -102,31 +84,103 @@ TEST(QMUnit, SubjectNamesByIdentifierConstantNotByText) {
     const std::string copy(*c.constant);
     EXPECT_EQ(QMUnit::localizedSubjectNameForSubjectUuid(copy), "---") << copy;
   }
-  EXPECT_EQ(QMUnit::localizedSubjectNameForSubjectUuid("5_Other"), "---");
-  EXPECT_EQ(QMUnit::localizedSubjectNameForSubjectUuid({}), "---");
   // A prefix of a constant starts at its address but is not the constant.
   EXPECT_EQ(QMUnit::localizedSubjectNameForSubjectUuid(QMTimeSubjectUuid.substr(0, 3)), "---");
-  const std::string copy(QMFootUnitUuid);
-  EXPECT_FALSE(isSameConstant(copy, QMFootUnitUuid));
-  EXPECT_TRUE(isSameConstant(QMLengthUnit::footUnit()->uuid(), QMFootUnitUuid));
-}
 
-TEST(QMUnit, SubjectNamesByEnumerationKnowFewerSubjects) {
+  // By enumeration, fewer subjects are known.
   const struct {
     int subject;
     const char* text;
+  } subjects[] = {
+      {0, "speed"},    {2, "distance"}, {6, "time"},
+      {10, "heading"}, {3, "---"},  // altitude, unlike by identifier
+      {1, "---"},      {-1, "---"},
+  };
+  for (const auto& s : subjects) {
+    EXPECT_EQ(QMUnit::localizedSubjectNameForSubject(static_cast<QMMeasurementSubject>(s.subject)),
+              s.text)
+        << s.subject;
+  }
+}
+
+// The measured subjects and distance unit types as JSON and as the packed integer of stored
+// settings.
+TEST(QMUnit, TypesRoundTripThroughJson) {
+  EXPECT_EQ(json(QMMeasurementSubject::kDistance), json::parse(R"({"subject": 2})"));
+  EXPECT_EQ(json(QMDistanceUnitType{.isKilometric = true, .unitType = DistanceUnitType::kNautical}),
+            json::parse(R"({"isKilometric": true, "unitType": 2})"));
+  for (std::int64_t raw = 0; raw <= 10; ++raw) {
+    if (raw == 4) continue;  // no subject
+    const auto subject = static_cast<QMMeasurementSubject>(raw);
+    EXPECT_EQ(json::parse(json(subject).dump()).get<QMMeasurementSubject>(), subject);
+  }
+  for (const std::int64_t raw : {0, 3}) {
+    for (const bool big : {false, true}) {
+      const QMDistanceUnitType value{.isKilometric = big,
+                                     .unitType = static_cast<DistanceUnitType>(raw)};
+      EXPECT_EQ(json::parse(json(value).dump()).get<QMDistanceUnitType>(), value) << raw;
+      EXPECT_EQ(json(value.unitType).get<DistanceUnitType>(), value.unitType) << raw;
+    }
+  }
+  // The unit type also reads in its nested form, and other keys are ignored.
+  const auto nested =
+      json::parse(R"({"unitType": {"unitType": 1}, "isKilometric": false, "extra": 0})")
+          .get<QMDistanceUnitType>();
+  EXPECT_EQ(nested,
+            (QMDistanceUnitType{.isKilometric = false, .unitType = DistanceUnitType::kImperial}));
+}
+
+template <typename T>
+std::string decodingError(const char* text) {
+  try {
+    json::parse(text).get<T>();
+  } catch (const json::exception& e) {
+    return e.what();
+  }
+  return "no error";
+}
+
+TEST(QMUnit, BadJsonGivesReadableErrors) {
+  const struct {
+    std::string error;
+    const char* expected;
   } cases[] = {
-      {0, "speed"}, {1, "---"}, {2, "distance"}, {3, "---"}, {4, "---"},      {5, "---"},
-      {6, "time"},  {7, "---"}, {8, "---"},      {9, "---"}, {10, "heading"}, {-1, "---"},
+      {decodingError<QMMeasurementSubject>(R"({"subject": 4})"), "4 is not a measurement"},
+      {decodingError<QMMeasurementSubject>(R"({"subject": 11})"), "11 is not a measurement"},
+      {decodingError<QMMeasurementSubject>(R"({"subject": 2.5})"), "must be an integer"},
+      {decodingError<DistanceUnitType>(R"({"unitType": 4})"), "4 is not a distance unit type"},
+      {decodingError<DistanceUnitType>(R"({"unitType": 18446744073709551615})"), "too large"},
+      {decodingError<QMDistanceUnitType>(R"({"isKilometric": 1, "unitType": 0})"),
+       "must be a boolean"},
+      {decodingError<QMDistanceUnitType>(R"({"isKilometric": true, "unitType": -1})"),
+       "-1 is not a distance unit type"},
+      {decodingError<QMDistanceUnitType>(R"({"isKilometric": true, "unitType": {"unitType": 7}})"),
+       "7 is not a distance unit type"},
   };
   for (const auto& c : cases) {
-    EXPECT_EQ(QMUnit::localizedSubjectNameForSubject(static_cast<QMMeasurementSubject>(c.subject)),
-              c.text)
-        << c.subject;
+    EXPECT_NE(c.error.find(c.expected), std::string::npos)
+        << "error: " << c.error << "\nexpected to contain: " << c.expected;
   }
-  const testing::ScopedLocale german("de_DE");
-  EXPECT_EQ(QMUnit::localizedSubjectNameForSubject(QMMeasurementSubject::kHeading), "Richtung");
-  EXPECT_EQ(QMUnit::localizedSubjectNameForSubjectUuid(QMAltitudeSubjectUuid), "höhe");
+}
+
+// Kilometric in bit 0, the type from bit 8; a type beyond 3 reads as metric.
+TEST(QMUnit, PackedDistanceUnitTypes) {
+  const struct {
+    std::int64_t packed;
+    bool isKilometric;
+    std::int64_t unitType;
+    bool roundTrips;
+  } cases[] = {
+      {0x000, false, 0, true},  {0x001, true, 0, true},  {0x201, true, 2, true},
+      {0x301, true, 3, true},   {0x401, true, 0, false}, {-1, true, 0, false},
+      {0x002, false, 0, false}, {0x1FF, true, 1, false},
+  };
+  for (const auto& c : cases) {
+    const QMDistanceUnitType decoded = QMDistanceUnit::decodeDistanceUnitFromInteger(c.packed);
+    EXPECT_EQ(decoded.isKilometric, c.isKilometric) << c.packed;
+    EXPECT_EQ(static_cast<std::int64_t>(decoded.unitType), c.unitType) << c.packed;
+    EXPECT_EQ(QMDistanceUnit::encodeDistanceUnit(decoded) == c.packed, c.roundTrips) << c.packed;
+  }
 }
 
 }  // namespace

@@ -1,12 +1,14 @@
-// The built-in catalogs of every unit class: their exact factors, identifiers, defaults and
-// the rules every catalog keeps.
+// The built-in catalogs of every unit kind: the rules every catalog keeps, the factors the apps
+// depend on exactly, the sort orders, the defaults of each unit system and the texts the
+// catalogs hold as keys.
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <set>
+#include <string>
+#include <vector>
 
-#include "qmcore/testing/ScopedLocale.hpp"
+#include "qmcore/strings/StringCatalog.hpp"
 #include "qmcore/units/QMAltitudeUnit.hpp"
 #include "qmcore/units/QMAreaUnit.hpp"
 #include "qmcore/units/QMDistanceUnit.hpp"
@@ -15,184 +17,210 @@
 #include "qmcore/units/QMSpeedUnit.hpp"
 #include "qmcore/units/QMTemperatureUnit.hpp"
 #include "qmcore/units/QMTimeUnit.hpp"
+#include "qmcore/units/QMUnitSorting.hpp"
 #include "qmcore/units/QMVerticalSpeedUnit.hpp"
 #include "qmcore/units/UnitKinds.hpp"
+#include "qmcore/units/UnitSystems.hpp"
 
 namespace qm {
 namespace {
 
-// Factors the apps depend on exactly, the deliberately rounded ones above all: a "fix" to the
-// exact international foot or mile would change every stored track's texts.
+// Rules every kind's catalog keeps, so that a new unit cannot break a screen or a stored
+// choice: identifiers are unique constants that find their unit again, the list keeps its kind's
+// order, a unit switches (by default only if it can) to a bigger unit of its own kind at a
+// positive value, and the formatter shows the unit's decimals.
+TEST(UnitCatalogs, EveryCatalogKeepsTheRules) {
+  std::set<std::string_view> identifiers;
+  std::set<QMMeasurementSubject> subjects;
+  for (const UnitKind& kind : unitKinds()) {
+    EXPECT_TRUE(subjects.insert(kind.subject).second) << kind.name;
+    EXPECT_EQ(unitKindNamed(kind.name), &kind);
+    EXPECT_EQ(unitKindForSubject(kind.subject), &kind);
+    const UnitList units = kind.builtinUnits({});
+    ASSERT_FALSE(units.empty()) << kind.name;
+    const UnitList again = kind.builtinUnits({});
+    const UnitList sorted = sortedBuiltinUnits(kind);
+    for (size_t i = 1; i < sorted.size(); ++i) {
+      EXPECT_FALSE(unitPrecedes(*sorted[i], *sorted[i - 1], kind.sortOrder)) << sorted[i]->uuid();
+    }
+    for (size_t i = 0; i < units.size(); ++i) {
+      const QMUnit& unit = *units[i];
+      EXPECT_TRUE(identifiers.insert(unit.uuid()).second) << unit.uuid();
+      EXPECT_NE(units[i], again[i]) << "each factory call makes a new unit";
+      EXPECT_TRUE(isSameConstant(unit.uuid(), again[i]->uuid())) << unit.uuid();
+      const UnitList found = unitsNamed(units, unit.uuid());
+      EXPECT_TRUE(found.size() == 1 && found[0] == units[i]) << unit.uuid();
+      EXPECT_EQ(unit.subject(), kind.subject) << unit.uuid();
+      EXPECT_EQ(unit.formatter().options(),
+                NumberFormatter::withDecimals(unit.numberOfDecimalPlaces()).options())
+          << unit.uuid();
+      EXPECT_TRUE(unit.canSwitchToUnit() || !unit.switchToBiggerUnitByDefault()) << unit.uuid();
+      if (const auto& bigger = unit.canSwitchToUnit()) {
+        EXPECT_GT(bigger->ratioToMeter(), unit.ratioToMeter()) << unit.uuid();
+        EXPECT_GT(unit.unitSwitchesAtValue(), 0) << unit.uuid();
+        EXPECT_EQ(unitsNamed(units, bigger->uuid()).size(), 1u) << unit.uuid() << " switches out";
+      }
+    }
+  }
+  EXPECT_EQ(unitKindNamed("heading"), nullptr);
+  EXPECT_TRUE(isSameConstant(QMLengthUnit::footUnit()->uuid(), QMFootUnitUuid));
+  EXPECT_TRUE(isSameConstant(QMTimeUnit::second()->uuid(), QMSecondTimeUnitUuid));
+}
+
+// The deliberately rounded factors above all: a "fix" to the exact international foot or mile
+// would change every stored track's texts. One row per kind of factor.
 TEST(UnitCatalogs, FactorsAreExactlyTheCatalogs) {
   const struct {
     std::shared_ptr<const QMUnit> unit;
     double factor;
   } cases[] = {
-      {QMLengthUnit::builtinUnits()[2], 0.30479999},                     // foot, rounded
-      {QMDistanceUnit::builtinUnits()[0], 0.30479999},                   // foot, rounded
-      {QMAltitudeUnit::builtinUnits()[0], 0.3048},                       // foot, exact
-      {QMLengthUnit::builtinUnits()[1], 0.303},                          // shaku
-      {QMLengthUnit::builtinUnits()[3], 0.3248406},                      // French foot
-      {QMAreaUnit::builtinUnits()[1], 3.306},                            // tsubo
-      {QMAreaUnit::builtinUnits()[8], 4046.8564224},                     // acre
-      {QMSpeedUnit::builtinUnits()[1], 1.60934},                         // mph, rounded
-      {QMSpeedUnit::builtinUnits()[2], 1.852},                           // knot
-      {QMVerticalSpeedUnit::builtinUnits()[1], 1.0 / 60},                // m/min
-      {QMVerticalSpeedUnit::builtinUnits()[2], 1.0 / (3.28084 * 60.0)},  // ft/min
-      {QMPressureUnit::builtinUnits()[1], 33.8638815767},                // inHg
-      {QMTemperatureUnit::builtinUnits()[1], 10},  // °F: converted with its offset instead
+      {QMLengthUnit::footUnit(), 0.30479999},                              // rounded
+      {QMDistanceUnit::footUnit(), 0.30479999},                            // rounded
+      {QMAltitudeUnit::footUnit(), 0.3048},                                // exact
+      {QMAreaUnit::tsuboUnit(), 3.306},                                    // rounded
+      {QMSpeedUnit::mphUnit(), 1.60934},                                   // rounded
+      {QMVerticalSpeedUnit::metersPerMinuteUnit(), 1.0 / 60},              // a division
+      {QMVerticalSpeedUnit::feetPerMinuteUnit(), 1.0 / (3.28084 * 60.0)},  // rounded feet
+      {QMPressureUnit::inHgUnit(), 33.8638815767},                         // rounded
+      {QMTemperatureUnit::farenheitUnit(), 10},  // °F: converted with its offset instead
   };
   for (const auto& c : cases) EXPECT_EQ(c.unit->ratioToMeter(), c.factor) << c.unit->uuid();
 }
 
-// Rules every kind's catalog keeps, so that a new unit cannot break a screen: identifiers are
-// unique, a unit switches only to a bigger unit of its own kind and at a positive value, and the
-// number formatter shows the unit's decimals.
-TEST(UnitCatalogs, EveryCatalogKeepsTheRules) {
-  std::set<std::string_view> identifiers;
-  for (const UnitKind& kind : unitKinds()) {
-    const UnitList units = kind.builtinUnits({});
-    ASSERT_FALSE(units.empty()) << kind.name;
-    for (const auto& unit : units) {
-      EXPECT_TRUE(identifiers.insert(unit->uuid()).second) << unit->uuid();
-      EXPECT_FALSE(unit->name().empty()) << unit->uuid();
-      EXPECT_FALSE(unit->abbreviation().empty()) << unit->uuid();
-      EXPECT_EQ(unit->subject(), kind.subject) << unit->uuid();
-      EXPECT_EQ(unit->formatter().options(),
-                NumberFormatter::withDecimals(unit->numberOfDecimalPlaces()).options())
-          << unit->uuid();
-      if (const auto& bigger = unit->canSwitchToUnit()) {
-        EXPECT_GT(bigger->ratioToMeter(), unit->ratioToMeter()) << unit->uuid();
-        EXPECT_GT(unit->unitSwitchesAtValue(), 0) << unit->uuid();
-        EXPECT_FALSE(unitsNamed(units, bigger->uuid()).empty())
-            << unit->uuid() << " switches outside its kind";
-      }
-    }
-  }
-}
-
-TEST(UnitCatalogs, VerticalSpeedScales) {
-  const struct {
-    std::shared_ptr<const QMVerticalSpeedUnit> unit;
-    int defaultScale;
-    std::vector<int> scales;
-  } cases[] = {
-      {QMVerticalSpeedUnit::metersPerSecondUnit(), -1, {-1, 0, 1}},
-      {QMVerticalSpeedUnit::metersPerMinuteUnit(), 1, {1, 2, 3}},
-      {QMVerticalSpeedUnit::feetPerMinuteUnit(), 1, {1, 2, 3}},
-  };
-  for (const auto& c : cases) {
-    EXPECT_EQ(c.unit->defaultScale(), c.defaultScale) << c.unit->uuid();
-    EXPECT_EQ(c.unit->scale(), c.defaultScale) << c.unit->uuid();
-    EXPECT_EQ(c.unit->availableScales(), c.scales) << c.unit->uuid();
-  }
-  // The provider applies a stored scale on a copy of the catalog unit.
-  const auto scaled = cases[2].unit->withScale(3);
+// Distances switch at the host's values; the provider applies a stored vertical speed scale on
+// a copy of the catalog unit.
+TEST(UnitCatalogs, UnitsKeepTheSwitchValuesAndScalesTheyAreMadeWith) {
+  const DistanceSwitchValues host{.feet = 3000, .meters = 1500};
+  EXPECT_EQ(QMDistanceUnit::meterUnit(host)->unitSwitchesAtValue(), 1500);
+  EXPECT_EQ(QMDistanceUnit::defaultForUnitType(2, 1, host)->unitSwitchesAtValue(), 3000);
+  const auto feetPerMinute = QMVerticalSpeedUnit::feetPerMinuteUnit();
+  const auto scaled = feetPerMinute->withScale(3);
   EXPECT_EQ(scaled->scale(), 3);
-  EXPECT_EQ(scaled->uuid().data(), cases[2].unit->uuid().data());
-  EXPECT_EQ(scaled->availableScales(), cases[2].unit->availableScales());
-  EXPECT_EQ(cases[2].unit->scale(), 1) << "the original is unchanged";
+  EXPECT_EQ(scaled->defaultScale(), 1);
+  EXPECT_EQ(scaled->uuid().data(), feetPerMinute->uuid().data());
+  EXPECT_EQ(scaled->availableScales(), (std::vector<int>{1, 2, 3}));
+  EXPECT_EQ(feetPerMinute->scale(), 1) << "the original is unchanged";
+  EXPECT_EQ(QMVerticalSpeedUnit::metersPerSecondUnit()->scale(), -1);
 }
 
-template <typename Unit>
-void expectConstants(const std::vector<std::shared_ptr<const Unit>>& units,
-                     std::vector<std::string_view> constants) {
-  ASSERT_EQ(units.size(), constants.size());
-  for (std::size_t i = 0; i < units.size(); ++i) {
-    EXPECT_TRUE(isSameConstant(units[i]->uuid(), constants[i])) << units[i]->uuid();
-    EXPECT_NE(units[i], Unit::builtinUnits()[i]) << "each factory call makes a new unit";
+// Kinds list their units in the order of their screens: altitudes bigger first, vertical speeds
+// smaller first (the catalog test checks that every kind's list keeps its kind's order).
+TEST(UnitCatalogs, CatalogOrders) {
+  for (const auto& [kind, expected] :
+       {std::pair{"altitude", ".altitude-meter .altitude-foot "},
+        std::pair{"vspeed", ".vspeed-ft/min .vspeed-m/min .vspeed-m/s "}}) {
+    std::string uuids;
+    for (const auto& unit : sortedBuiltinUnits(*unitKindNamed(kind))) {
+      uuids += std::string(unit->uuid()) + " ";
+    }
+    EXPECT_EQ(uuids, expected);
   }
 }
 
-TEST(UnitCatalogs, IdentifiersAreTheExportedConstants) {
-  expectConstants(
-      QMLengthUnit::builtinUnits(),
-      {QMInchUnitUuid, QMShakuUnitUuid, QMFootUnitUuid, QMFrenchFootUnitUuid, QMYardUnitUuid,
-       QMMeterUnitUuid, QMKilometerUnitUuid, QMMileUnitUuid, QMNauticalMileUnitUuid});
-  expectConstants(QMDistanceUnit::builtinUnits(),
-                  {QMFootDistanceUnitUuid, QMMeterDistanceUnitUuid, QMKilometerDistanceUnitUuid,
-                   QMMileDistanceUnitUuid, QMNauticalMileDistanceUnitUuid});
-  expectConstants(QMAreaUnit::builtinUnits(),
-                  {QMSquareMeterUnitUuid, QMTsuboUnitUuid, QMAreUnitUuid, QMSquareKilometerUnitUuid,
-                   QMDecareUnitUuid, QMHectareUnitUuid, QMSquareFootUnitUuid, QMSquareYardUnitUuid,
-                   QMAcreUnitUuid, QMSquareMileUnitUuid});
-  expectConstants(QMSpeedUnit::builtinUnits(),
-                  {QMKmhSpeedUnitUuid, QMMphSpeedUnitUuid, QMKnotSpeedUnitUuid});
-  expectConstants(QMVerticalSpeedUnit::builtinUnits(),
-                  {QMMetersPerSecondVerticalSpeedUnitUuid, QMMetersPerMinuteVerticalSpeedUnitUuid,
-                   QMFeetPerMinuteVerticalSpeedUnitUuid});
-  expectConstants(QMAltitudeUnit::builtinUnits(),
-                  {QMFootAltitudeUnitUuid, QMMeterAltitudeUnitUuid});
-  expectConstants(QMPressureUnit::builtinUnits(), {QMhPaUnitUuid, QMinHgUnitUuid});
-  expectConstants(QMTemperatureUnit::builtinUnits(),
-                  {UnitsUuid::QMCelsiusUnitUuid, UnitsUuid::QMFarenheitUnitUuid});
-  EXPECT_TRUE(isSameConstant(QMTimeUnit::second()->uuid(), QMSecondTimeUnitUuid));
-}
+// Units that differ only in name, to exercise the tie rules.
+class NamedUnit : public QMUnit {
+ public:
+  NamedUnit(std::string_view uuid, std::string_view name, double factor) {
+    define({.uuid = uuid, .name = name, .abbreviation = name, .ratioToMeter = factor});
+  }
+};
 
-TEST(UnitCatalogs, DefaultsByUnitSystem) {
-  using Default = std::function<std::shared_ptr<const QMUnit>(std::int64_t)>;
+TEST(UnitCatalogs, EqualFactorsByNameLengthInUtf16OrStable) {
+  const std::vector<std::shared_ptr<const QMUnit>> units = {
+      std::make_shared<NamedUnit>("a", "Longer", 2.0),
+      std::make_shared<NamedUnit>("b", "尺尺尺尺尺", 2.0),  // 5 code units, 15 bytes
+      std::make_shared<NamedUnit>("c", "Big", 3.0),
+      std::make_shared<NamedUnit>("d", "Mid", 2.0),
+      std::make_shared<NamedUnit>("e", "\U0001F600\U0001F600\U0001F600", 2.0),  // 6 code units
+  };
   const struct {
-    Default unitFor;
-    // Identifiers for the unit systems -1, 0, 1, 2, 3.
-    std::vector<std::string_view> expected;
+    UnitSortOrder order;
+    const char* expected;
   } cases[] = {
-      {QMLengthUnit::defaultForDistanceUnitType,
-       {".length-foot", ".length-meter", ".length-foot", ".length-foot", ".length-foot"}},
-      {QMAreaUnit::defaultForDistanceUnitType,
-       {".area-squarefoot", ".area-squaremeter", ".area-squarefoot", ".area-squarefoot",
-        ".area-squarefoot"}},
-      {QMSpeedUnit::defaultForDistanceUnitType,
-       {".speed-mph", ".speed-kmh", ".speed-mph", ".speed-knot", ".speed-mph"}},
-      {QMVerticalSpeedUnit::defaultForDistanceUnitType,
-       {".vspeed-ft/min", ".vspeed-m/s", ".vspeed-ft/min", ".vspeed-ft/min", ".vspeed-ft/min"}},
-      {QMPressureUnit::defaultForDistanceUnitType,
-       {".pressure-hpa", ".pressure-hpa", ".pressure-inHg", ".pressure-inHg", ".pressure-hpa"}},
-      {QMTemperatureUnit::defaultForDistanceUnitType,
-       {".temperature-c", ".temperature-c", ".temperature-f", ".temperature-c", ".temperature-c"}},
-      // With a nautical preference of 0 (metres) and 1 (feet).
-      {[](std::int64_t t) { return QMDistanceUnit::defaultForUnitType(t, 0); },
-       {".distance-meter", ".distance-meter", ".distance-foot", ".distance-meter",
-        ".distance-meter"}},
-      {[](std::int64_t t) { return QMDistanceUnit::defaultForUnitType(t, 7); },
-       {".distance-meter", ".distance-meter", ".distance-foot", ".distance-foot",
-        ".distance-meter"}},
-      {[](std::int64_t t) { return QMAltitudeUnit::defaultForUnitType(t, 0); },
-       {".altitude-meter", ".altitude-meter", ".altitude-foot", ".altitude-meter",
-        ".altitude-meter"}},
-      {[](std::int64_t t) { return QMAltitudeUnit::defaultForUnitType(t, 1); },
-       {".altitude-meter", ".altitude-meter", ".altitude-foot", ".altitude-foot",
-        ".altitude-meter"}},
+      {UnitSortOrder::kAscendingThenShorterName, "dbaec"},
+      {UnitSortOrder::kAscending, "abdec"},
+      {UnitSortOrder::kDescending, "cabde"},
   };
   for (const auto& c : cases) {
-    for (std::int64_t type = -1; type <= 3; ++type) {
-      EXPECT_EQ(c.unitFor(type)->uuid(), c.expected[type + 1]) << "unit system " << type;
-    }
+    std::string order;
+    for (const auto& unit : sortedUnits(units, c.order)) order += unit->uuid();
+    EXPECT_EQ(order, c.expected);
   }
+}
+
+// Unit systems 0 metric, 1 imperial, 2 nautical (small units by the nautical preference) and 3;
+// any other code has defaults of its own.
+TEST(UnitCatalogs, DefaultsByUnitSystem) {
+  const struct {
+    std::shared_ptr<const QMUnit> unit;
+    std::string_view expected;
+  } cases[] = {
+      {QMLengthUnit::defaultForDistanceUnitType(0), ".length-meter"},
+      {QMAreaUnit::defaultForDistanceUnitType(2), ".area-squarefoot"},
+      {QMSpeedUnit::defaultForDistanceUnitType(2), ".speed-knot"},
+      {QMVerticalSpeedUnit::defaultForDistanceUnitType(0), ".vspeed-m/s"},
+      {QMPressureUnit::defaultForDistanceUnitType(2), ".pressure-inHg"},
+      {QMTemperatureUnit::defaultForDistanceUnitType(1), ".temperature-f"},
+      {QMTemperatureUnit::defaultForDistanceUnitType(4), ".temperature-c"},
+      {QMDistanceUnit::defaultForUnitType(2, 0), ".distance-meter"},
+      {QMDistanceUnit::defaultForUnitType(2, 7), ".distance-foot"},
+      {QMAltitudeUnit::defaultForUnitType(2, 1), ".altitude-foot"},
+  };
+  for (const auto& c : cases) EXPECT_EQ(c.unit->uuid(), c.expected);
+  EXPECT_EQ(unitSystem(-1), nullptr);
+  EXPECT_EQ(unitSystem(4), nullptr);
+  for (std::int64_t code = 0; code <= 3; ++code) EXPECT_EQ(unitSystem(code)->code, code);
+  EXPECT_TRUE(isNauticalSystem(2));
+  EXPECT_FALSE(isNauticalSystem(3));
 }
 
 TEST(UnitCatalogs, SubjectNames) {
   const struct {
     std::string (*name)();
     const char* english;
-    const char* german;
   } cases[] = {
-      {QMLengthUnit::localizedSubjectName, "distance", "Entfernung"},
-      {QMDistanceUnit::localizedSubjectName, "distance", "Entfernung"},
-      {QMAreaUnit::localizedSubjectName, "area", "fläche"},
-      {QMSpeedUnit::localizedSubjectName, "speed", "geschwindigkeit"},
-      {QMVerticalSpeedUnit::localizedSubjectName, "vertical speed", "Vertikalgeschwindigkeit"},
-      {QMAltitudeUnit::localizedSubjectName, "altitude", "höhe"},
-      {QMPressureUnit::localizedSubjectName, "pressure", "luftdruck"},
-      {QMTimeUnit::localizedSubjectName, "time", "zeit"},
-      {QMTimeUnit::localizedDurationName, "duration", "dauer"},
-      {QMTemperatureUnit::localizedSubjectName, "temperature", "temperatur"},
-      {QMTimeUnit::localizedHourAbbreviation, "h", "h"},
-      {QMTimeUnit::localizedMinuteAbbreviation, "m", "min"},
-      {QMTimeUnit::localizedSecondAbbreviation, "s", "s"},
+      {QMLengthUnit::localizedSubjectName, "distance"},
+      {QMAreaUnit::localizedSubjectName, "area"},  // lower-cased from the table's "Area"
+      {QMVerticalSpeedUnit::localizedSubjectName, "vertical speed"},
+      {QMPressureUnit::localizedSubjectName, "pressure"},
+      {QMTemperatureUnit::localizedSubjectName, "temperature"},
+      {QMTimeUnit::localizedDurationName, "duration"},
+      {QMTimeUnit::localizedHourAbbreviation, "h"},
+      {QMTimeUnit::localizedMinuteAbbreviation, "m"},
+      {QMTimeUnit::localizedSecondAbbreviation, "s"},
   };
   for (const auto& c : cases) EXPECT_EQ(c.name(), c.english);
-  const testing::ScopedLocale german("de_DE");
-  for (const auto& c : cases) EXPECT_EQ(c.name(), c.german);
+}
+
+// The keys that the catalogs and unit systems hold as data, rather than as literals of a
+// lookup, have a text in every table.
+TEST(UnitCatalogs, EveryKeyOfTheUnitsHasATextInEveryTable) {
+  std::set<std::string> keys = {std::string(QMHourTimeUnitAbbreviation),
+                                std::string(QMMinuteTimeUnitLocalizationKey),
+                                std::string(QMSecondTimeUnitAbbreviation)};
+  for (const UnitKind& kind : unitKinds()) {
+    for (const auto& unit : kind.builtinUnits({})) {
+      keys.emplace(unit->name());
+      keys.emplace(unit->abbreviation());
+    }
+  }
+  for (std::int64_t code = 0; unitSystem(code) != nullptr; ++code) {
+    const UnitSystem& system = *unitSystem(code);
+    for (const std::string_view key :
+         {system.nameKey, system.bigUnitPluralKey, system.bigUnitDistanceLeftKey,
+          system.speedSpeechKey, system.paceUnitKey, system.smallUnitLongKey,
+          system.smallUnitDistanceLeftKey}) {
+      if (!key.empty()) keys.emplace(key);  // empty: the system has no such text
+    }
+    if (system.speedLabelIsLocalized) keys.emplace(system.speedLabel);
+  }
+  EXPECT_GT(keys.size(), 60u);  // every kind contributed
+  for (const std::string_view language : StringCatalog::languages()) {
+    for (const std::string& key : keys) {
+      EXPECT_TRUE(StringCatalog::text(key, language).has_value())
+          << "the " << language << " table lacks the unit key \"" << key << "\"";
+    }
+  }
 }
 
 }  // namespace
