@@ -34,7 +34,7 @@ server = http.server.HTTPServer(('127.0.0.1', 0), functools.partial(Handler, dir
 print('port', server.server_port)
 server.serve_forever()
 PY
-trap "kill $! 2>/dev/null" EXIT
+trap 'kill $! 2>/dev/null' EXIT  # the server, the last job started
 for _ in $(seq 100); do
   port=$(sed -n 's/^port //p' "$work/server.log")
   [ -n "$port" ] && break
