@@ -41,20 +41,6 @@ std::set<std::string> keysLookedUpIn(const std::string& source) {
   return keys;
 }
 
-TEST(StringKeysTest, CollectsTheLiteralsOfLookupsAndKeyArraysOnly) {
-  const std::string source = R"(
-    // CLSTRING("in a comment") is no lookup
-    /* nor CLSTRING("in a block comment") */
-    auto b = CoreStrings::CLSTRING(north ? "MagneticNorthFirstLetter" : "TrueNorthFirstLetter");
-    auto c = formatLocalized(CoreStrings::CLSTRING("%@ or %@"), {x, "not a key"});
-    constexpr std::array<std::string_view, 2> kLetterKeys = {"N", "E\"s"};
-    const char* d = "a plain literal with CLSTRING(\"no key\") in it";
-  )";
-  const std::set<std::string> expected = {"MagneticNorthFirstLetter", "TrueNorthFirstLetter",
-                                          "%@ or %@", "N", "E\\\"s"};
-  EXPECT_EQ(keysLookedUpIn(source), expected);
-}
-
 TEST(StringKeysTest, EveryKeyTheCodeLooksUpHasAnEnglishText) {
   const std::vector<std::string_view> english = StringCatalog::keys();
   const std::set<std::string_view> known(english.begin(), english.end());
