@@ -10,21 +10,18 @@
 namespace qm {
 namespace {
 
-template <typename Enum>
-std::vector<std::string> names() {
-  std::vector<std::string> result;
-  for (const Enum value : allCases<Enum>()) result.push_back(localizedName(value));
-  return result;
-}
-
 TEST(CoordinateFormatsTest, NamesInDisplayOrderAndTheLanguage) {
   const testing::ScopedLocale locale("de_DE");
+  std::vector<std::string> names;
+  for (const auto type : allCases<QMCoordinateType>()) names.push_back(localizedName(type));
+  for (const auto format : allCases<QMGeoCoordinateFormat>())
+    names.push_back(localizedName(format));
+  for (const auto format : allCases<QMUtmCoordinateFormat>())
+    names.push_back(localizedName(format));
   // MGRS is listed before UTM; only the angle notations are lower-cased.
-  EXPECT_EQ(names<QMCoordinateType>(), (std::vector<std::string>{"Breite, Länge", "MGRS", "UTM"}));
-  EXPECT_EQ(names<QMGeoCoordinateFormat>(),
-            (std::vector<std::string>{"grad", "grad, minuten", "grad, minuten, sekunden"}));
-  EXPECT_EQ(names<QMUtmCoordinateFormat>(),
-            (std::vector<std::string>{"Hemisphäre", "Breitenband"}));
+  EXPECT_EQ(names,
+            (std::vector<std::string>{"Breite, Länge", "MGRS", "UTM", "grad", "grad, minuten",
+                                      "grad, minuten, sekunden", "Hemisphäre", "Breitenband"}));
   // Codes without a case name themselves with dashes.
   EXPECT_EQ(localizedName(static_cast<QMCoordinateType>(3)), "---");
   EXPECT_EQ(localizedName(static_cast<QMGeoCoordinateFormat>(-1)), "---");

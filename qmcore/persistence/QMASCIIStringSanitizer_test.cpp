@@ -27,27 +27,20 @@ std::string sanitize(std::string_view text, std::optional<std::int64_t> max = {}
 }
 
 TEST(QMASCIIStringSanitizerTest, KeepsOnlySingleScalarPrintableCharactersAndCutsAfterwards) {
-  using namespace std::string_view_literals;
   const struct {
     std::string_view in;
     const char* out;
     std::optional<std::int64_t> max = std::nullopt;
   } cases[] = {
       {"\x1f\x20\x7e\x7f", " ~"},
-      {"line\r\nnext", "linenext"},
-      {"nul\0byte"sv, "nulbyte"},
-      {"caf\u00e9", "caf"},           // é precomposed: not ASCII
-      {"cafe\u0301", "caf"},          // e + combining acute: one cluster, dropped
-      {"\u0301x", "x"},               // a mark at the start stands alone
-      {"a\u200db", "b"},              // a joiner clings to the letter before it
-      {"\u06007 apples", " apples"},  // a prepended mark takes the digit after it
-      {"1\ufe0f\u20e3!", "!"},        // keycap sequence built on an ASCII digit
-      {"\xff\xfe ok \xc3", " ok "},   // invalid UTF-8 bytes are dropped
-      {"\xc3(", "("},
+      {"caf\u00e9", "caf"},            // é precomposed: not ASCII
+      {"cafe\u0301", "caf"},           // e + combining acute: one cluster, dropped
+      {"a\u200db", "b"},               // a joiner clings to the letter before it
+      {"\u06007 apples", " apples"},   // a prepended mark takes the digit after it
+      {"\xff\xfe ok \xc3(", " ok ("},  // invalid UTF-8 bytes are dropped
       {"\u00e9 abc", " a", 2},
       {"abc", "", 0},
       {"abc", "abc", 3},
-      {"abc", "abc", 100},
       {"e\u0301abc\u00e9def", "abcde", 5},
   };
   for (const auto& c : cases) {

@@ -60,23 +60,39 @@ TEST_F(UserDefaultsBackedTest, AStoredValueOfAnotherKindReadsAsTheDefaultAndStay
     const char* name;
     SettingsValue stored;
     bool intReads, floatReads, doubleReads, stringReads;
+    std::optional<bool> boolRead;  // absent: the default; only 0 and 1 are Bools
   } cases[] = {
-      {"integer 2", SettingsValue(2), true, true, true, false},
-      {"whole double", SettingsValue(2.0), true, true, true, false},
-      {"double 2.5", SettingsValue(2.5), false, true, true, false},
-      {"double 0.1 (not a float)", SettingsValue(0.1), false, false, true, false},
-      {"bool", SettingsValue(true), true, true, true, false},
-      {"number text", SettingsValue("7"), false, false, false, true},
-      {"bytes", SettingsValue(SettingsValue::Bytes{1}), false, false, false, false},
-      {"double 2^63", SettingsValue(9223372036854775808.0), false, true, true, false},
+      {"integer 2", SettingsValue(2), true, true, true, false, {}},
+      {"whole double", SettingsValue(1.0), true, true, true, false, true},
+      {"double 2.5", SettingsValue(2.5), false, true, true, false, {}},
+      {"double 0.1 (not a float)", SettingsValue(0.1), false, false, true, false, {}},
+      {"bool", SettingsValue(false), true, true, true, false, false},
+      {"number text", SettingsValue("7"), false, false, false, true, {}},
+      {"bytes", SettingsValue(SettingsValue::Bytes{1}), false, false, false, false, {}},
+      {"double 2^63", SettingsValue(9223372036854775808.0), false, true, true, false, {}},
       // Integers are compared as integers: widened to a double first, these would pass.
-      {"integer 2^24+1 (not a float)", SettingsValue(16777217), true, false, true, false},
-      {"integer 2^53+1 (not a double)", SettingsValue(std::int64_t{9007199254740993}), true, false,
-       false, false},
-      {"integer 2^63-1 (not a double)", SettingsValue(std::numeric_limits<std::int64_t>::max()),
-       true, false, false, false},
-      {"integer -2^63", SettingsValue(std::numeric_limits<std::int64_t>::min()), true, true, true,
-       false},
+      {"integer 2^24+1 (not a float)", SettingsValue(16777217), true, false, true, false, {}},
+      {"integer 2^53+1 (not a double)",
+       SettingsValue(std::int64_t{9007199254740993}),
+       true,
+       false,
+       false,
+       false,
+       {}},
+      {"integer 2^63-1 (not a double)",
+       SettingsValue(std::numeric_limits<std::int64_t>::max()),
+       true,
+       false,
+       false,
+       false,
+       {}},
+      {"integer -2^63",
+       SettingsValue(std::numeric_limits<std::int64_t>::min()),
+       true,
+       true,
+       true,
+       false,
+       {}},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.name);
@@ -86,27 +102,13 @@ TEST_F(UserDefaultsBackedTest, AStoredValueOfAnotherKindReadsAsTheDefaultAndStay
     EXPECT_EQ(UserDefaultsBacked<double>(-9.0, "k", defaults_).wrappedValue() != -9.0,
               c.doubleReads);
     EXPECT_EQ(UserDefaultsBackedString("-", "k", defaults_).wrappedValue() != "-", c.stringReads);
+    for (const bool fallback : {false, true}) {
+      EXPECT_EQ(UserDefaultsBackedBool(fallback, "k", defaults_).wrappedValue(),
+                c.boolRead.value_or(fallback));
+    }
     EXPECT_EQ(standard_->objectForKey("k"), c.stored);
   }
   EXPECT_EQ(standard_->synchronizations, 0);
-}
-
-TEST_F(UserDefaultsBackedTest, BoolsReadOnlyFromZeroAndOne) {
-  const struct {
-    SettingsValue stored;
-    std::optional<bool> read;  // absent: the default
-  } cases[] = {{SettingsValue(false), false},
-               {SettingsValue(1), true},
-               {SettingsValue(0.0), false},
-               {SettingsValue(2), std::nullopt},
-               {SettingsValue("YES"), std::nullopt}};
-  for (const auto& c : cases) {
-    standard_->setObject("b", c.stored);
-    for (const bool fallback : {false, true}) {
-      EXPECT_EQ(UserDefaultsBackedBool(fallback, "b", defaults_).wrappedValue(),
-                c.read.value_or(fallback));
-    }
-  }
 }
 
 TEST_F(UserDefaultsBackedTest, ThePresenceTestAsksTheStandardStore) {
@@ -114,7 +116,6 @@ TEST_F(UserDefaultsBackedTest, ThePresenceTestAsksTheStandardStore) {
   EXPECT_EQ(UserDefaultsBackedInt(1, "k", namedDefaults_).wrappedValue(), 1);
   EXPECT_EQ(UserDefaultsBackedEnum<Mode>(Mode::kOff, "k", namedDefaults_).wrappedValue(),
             Mode::kOff);
-  EXPECT_EQ(namedDefaults_.integerForKey("k", 3), 3);
   EXPECT_EQ(namedDefaults_.nullableDouble("k", std::nullopt), std::nullopt);
 
   // Once the standard store has the key (whatever its value), the named store's value is read.
@@ -126,31 +127,25 @@ TEST_F(UserDefaultsBackedTest, ThePresenceTestAsksTheStandardStore) {
   EXPECT_EQ(namedDefaults_.doubleForKey("k", 3), 5.0);
   EXPECT_EQ(namedDefaults_.boolForKey("k", false), true);
   EXPECT_EQ(namedDefaults_.nullableDouble("k", std::nullopt), 5.0);
+  // A raw value that names no case reads as the default.
+  named_->setObject("k", SettingsValue(99));
+  EXPECT_EQ(UserDefaultsBackedEnum<Mode>(Mode::kOn, "k", namedDefaults_).wrappedValue(), Mode::kOn);
 }
 
-TEST_F(UserDefaultsBackedTest, AConverterSkipsThePresenceTestAndDecides) {
+TEST_F(UserDefaultsBackedTest, AnOverrideWinsThenAConverterDecidesWithoutThePresenceTest) {
+  bool overriding = true;
+  const auto override = [&] { return std::pair<bool, std::int64_t>{overriding, 7}; };
   const auto evenOnly = [](const std::int64_t& v) { return std::pair{v % 2 == 0, v * 10}; };
-  const UserDefaultsBackedInt property(1, "k", namedDefaults_, {}, evenOnly);
+  const UserDefaultsBackedInt property(1, "k", namedDefaults_, override, evenOnly);
   named_->setObject("k", SettingsValue(42));
+  EXPECT_EQ(property.wrappedValue(), 7);
+  overriding = false;
   EXPECT_EQ(property.wrappedValue(), 420);
   named_->setObject("k", SettingsValue(43));
   EXPECT_EQ(property.wrappedValue(), 1);
   // Nothing that converts: on to the ordinary read (which the presence test stops here).
   named_->setObject("k", SettingsValue("44"));
   EXPECT_EQ(property.wrappedValue(), 1);
-}
-
-TEST_F(UserDefaultsBackedTest, AnOverrideAnsweringTrueWinsOverTheStore) {
-  standard_->setObject("k", SettingsValue(42));
-  bool overriding = true;
-  const auto override = [&] { return std::pair<bool, std::int64_t>{overriding, 7}; };
-  const auto converter = [](const std::int64_t&) {
-    return std::pair<bool, std::int64_t>{true, 99};
-  };
-  const UserDefaultsBackedInt property(1, "k", defaults_, override, converter);
-  EXPECT_EQ(property.wrappedValue(), 7);
-  overriding = false;
-  EXPECT_EQ(property.wrappedValue(), 99);
 }
 
 TEST_F(UserDefaultsBackedTest, WritesLandAtOnceAndSynchroniseExceptRemovalsEnumsAndColours) {
@@ -164,36 +159,20 @@ TEST_F(UserDefaultsBackedTest, WritesLandAtOnceAndSynchroniseExceptRemovalsEnums
   EXPECT_EQ(standard_->objectForKey("f"), SettingsValue(static_cast<double>(0.1f)));
   UserDefaultsBackedBool(false, "b", defaults_).setWrappedValue(true);
   EXPECT_EQ(standard_->objectForKey("b"), SettingsValue(true));
-  UserDefaultsBacked<double>(0, "d", defaults_).setWrappedValue(0.1);
-  EXPECT_EQ(standard_->objectForKey("d"), SettingsValue(0.1));
-  EXPECT_EQ(standard_->synchronizations, 5);
-
   UserDefaultsBackedNullableString text("t", defaults_);
   text.setWrappedValue("hello");
   EXPECT_EQ(standard_->objectForKey("t"), SettingsValue("hello"));
-  EXPECT_EQ(standard_->synchronizations, 6);
+  EXPECT_EQ(standard_->synchronizations, 5);
+
   text.setWrappedValue(std::nullopt);
   EXPECT_FALSE(standard_->hasKey("t"));
-  EXPECT_EQ(
-      UserDefaultsBackedNullableString(std::string("fallback"), "t", defaults_).wrappedValue(),
-      "fallback");
-
-  UserDefaultsBackedEnum<Mode> mode(Mode::kOn, "m", defaults_);
-  mode.setWrappedValue(Mode::kAuto);
+  UserDefaultsBackedEnum<Mode>(Mode::kOn, "m", defaults_).setWrappedValue(Mode::kAuto);
   EXPECT_EQ(standard_->objectForKey("m"), SettingsValue(5));
   UserDefaultsBackedColor(Color::black(), "c", defaults_).setWrappedValue(Color::white(1, 1));
-  EXPECT_EQ(standard_->synchronizations, 6);
+  EXPECT_EQ(standard_->synchronizations, 5);
 }
 
-TEST_F(UserDefaultsBackedTest, EnumsReadTheDefaultForRawValuesThatNameNoCase) {
-  const UserDefaultsBackedEnum<Mode> mode(Mode::kOn, "m", defaults_);
-  standard_->setObject("m", SettingsValue(99));
-  EXPECT_EQ(mode.wrappedValue(), Mode::kOn);
-  standard_->setObject("m", SettingsValue("5"));  // the store reads a number text as a number
-  EXPECT_EQ(mode.wrappedValue(), Mode::kAuto);
-}
-
-TEST_F(UserDefaultsBackedTest, ColoursAreTextsAndEmptyOrMissingTextsReadAsTheDefault) {
+TEST_F(UserDefaultsBackedTest, ColoursAreTextsReadFromTheStandardStoreAndEmptyTextsAreTheDefault) {
   const Color fallback = Color::rgba(0, 0, 1, 1);
   UserDefaultsBackedColor colour(fallback, "c", defaults_);
   EXPECT_EQ(colour.wrappedValue(), fallback);
