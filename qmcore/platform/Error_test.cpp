@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "qmcore/platform/ConsoleLog.hpp"
+#include "qmcore/testing/FileTesting.hpp"
 
 namespace qm {
 namespace {
@@ -76,7 +77,7 @@ TEST(ConsoleLogTest, LineCarriesStampProcessThreadAndText) {
 }
 
 TEST(ConsoleLogTest, WritesOneWholeLinePerCallOnStderrFromManyThreads) {
-  ::testing::internal::CaptureStderr();
+  testing::ConsoleCapture console;
   std::vector<std::thread> threads;
   for (int t = 0; t < 4; ++t) {
     threads.emplace_back([t] {
@@ -84,17 +85,10 @@ TEST(ConsoleLogTest, WritesOneWholeLinePerCallOnStderrFromManyThreads) {
     });
   }
   for (std::thread& thread : threads) thread.join();
-  const std::string out = ::testing::internal::GetCapturedStderr();
-  const std::regex whole(R"(\S+ \S+ qmcore\[\d+:\d+\] thread \d line)");
-  std::size_t lines = 0;
-  std::size_t start = 0;
-  for (std::size_t end = out.find('\n'); end != std::string::npos;
-       start = end + 1, end = out.find('\n', start)) {
-    EXPECT_TRUE(std::regex_match(out.substr(start, end - start), whole));
-    ++lines;
-  }
-  EXPECT_EQ(lines, 200u);
-  EXPECT_EQ(start, out.size());  // nothing after the last line feed
+  const std::vector<std::string> lines = console.texts();
+  EXPECT_EQ(lines.size(), 200u);
+  for (const std::string& line : lines)
+    EXPECT_TRUE(std::regex_match(line, std::regex("thread \\d line")));
 }
 
 }  // namespace

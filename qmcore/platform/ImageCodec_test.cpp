@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "qmcore/platform/Error.hpp"
@@ -96,7 +97,7 @@ TEST(ImageCodecTest, JpegIsReadByAnotherReaderAndHigherQualityIsCloser) {
   const Image image = gradient(64, 48);
   long previousError = -1;
   std::size_t previousSize = SIZE_MAX;
-  for (const double quality : {1.0, 0.5, 0.0}) {
+  for (const double quality : {1.0, 0.0}) {
     SCOPED_TRACE(quality);
     const std::optional<Bytes> jpeg = encodeJPEG(image, quality);
     ASSERT_TRUE(jpeg);
@@ -114,18 +115,13 @@ TEST(ImageCodecTest, JpegIsReadByAnotherReaderAndHigherQualityIsCloser) {
     EXPECT_LT(jpeg->size(), previousSize);
     previousError = error;
     previousSize = jpeg->size();
-    // Decoded by us: the same size, opaque.
-    const Image back = decodeImage(*jpeg);
-    EXPECT_EQ(back.width(), 64u);
-    EXPECT_EQ(back.height(), 48u);
-    EXPECT_EQ(back.rgba()[3], 255);
   }
   testing::writeFile(tmp / "in.ppm", "P6\n3 2\n255\n" + std::string(18, '\xC8'));
   const std::string jpeg = testing::run("cjpeg -quality 100 " + (tmp / "in.ppm").string());
   const Image fromCjpeg = decodeImage(Bytes(jpeg.begin(), jpeg.end()));
-  ASSERT_EQ(fromCjpeg.width(), 3u);
-  ASSERT_EQ(fromCjpeg.height(), 2u);
+  ASSERT_EQ(std::pair(fromCjpeg.width(), fromCjpeg.height()), std::pair(3u, 2u));
   EXPECT_NEAR(fromCjpeg.rgba()[0], 0xC8, 2);
+  EXPECT_EQ(fromCjpeg.rgba()[3], 255);  // opaque
 }
 
 TEST(ImageCodecTest, DamagedOrForeignDataIsAClearError) {
@@ -139,11 +135,8 @@ TEST(ImageCodecTest, DamagedOrForeignDataIsAClearError) {
     std::int64_t code;
   } cases[] = {
       {"empty", {}, 3},
-      {"text", {'h', 'i'}, 3},
-      {"PNG signature only", Bytes(png.begin(), png.begin() + 8), 1},
       {"PNG cut in half", Bytes(png.begin(), png.begin() + png.size() / 2), 1},
       {"PNG with a damaged byte", flipped, 1},
-      {"JPEG start marker only", {0xFF, 0xD8}, 2},
       {"JPEG cut in half", Bytes(jpeg.begin(), jpeg.begin() + jpeg.size() / 2), 2},
   };
   for (const auto& c : cases) {
@@ -165,11 +158,8 @@ TEST(ImageCodecTest, DamagedOrForeignDataIsAClearError) {
 }
 
 TEST(ImageCodecTest, EmptyOrMisshapenImagesEncodeToNothing) {
-  EXPECT_EQ(encodePNG(Image(0, 0, {})), std::nullopt);
   EXPECT_EQ(encodeJPEG(Image(0, 0, {}), 1), std::nullopt);
-  const Image misshapen(2, 2, Bytes(3));
-  EXPECT_TRUE(misshapen.empty());
-  EXPECT_EQ(encodePNG(misshapen), std::nullopt);
+  EXPECT_EQ(encodePNG(Image(2, 2, Bytes(3))), std::nullopt);
 }
 
 }  // namespace

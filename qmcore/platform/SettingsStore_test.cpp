@@ -12,7 +12,6 @@
 #include <fstream>
 #include <functional>
 #include <limits>
-#include <map>
 #include <optional>
 #include <string>
 #include <thread>
@@ -32,7 +31,6 @@ namespace fs = std::filesystem;
 using Array = SettingsValue::Array;
 using Bytes = SettingsValue::Bytes;
 using Dictionary = SettingsValue::Dictionary;
-using testing::kInf;
 using testing::kNaN;
 using testing::readFile;
 using testing::writeFile;
@@ -53,29 +51,21 @@ TEST(SettingsStoreTest, TypedGettersConvertLikeThePlatform) {
       {"missing", std::nullopt, false, 0, 0.0, std::nullopt},
       {"true", true, true, 1, 1.0, "1"},
       {"zero", 0, false, 0, 0.0, "0"},
-      {"largest integer", kMax, true, kMax, 9223372036854775807.0, "9223372036854775807"},
       {"negative double", -1.9, true, -1, -1.9, "-1.9"},
       {"fraction below one", 0.1, true, 0, 0.1, "0.1"},
-      {"integral double", 3.0, true, 3, 3.0, "3"},
       {"huge double", 1e20, true, kMax, 1e20, "1e+20"},
       {"huge negative double", -1e20, true, kMin, -1e20, "-1e+20"},
-      {"infinity", kInf, true, kMax, kInf, "inf"},
       {"nan", kNaN, false, 0, kNaN, "nan"},
       {"decimal text with spaces", " -1.5 ", true, -1, -1.5, " -1.5 "},
       {"plus sign", "+7", true, 7, 7.0, "+7"},
-      {"zero decimal text", "0.0", false, 0, 0.0, "0.0"},
       {"smallest integer text", "-9223372036854775808", true, kMin, -9223372036854775808.0,
        "-9223372036854775808"},
       {"integer text beyond 64 bits", "99999999999999999999", true, kMax, 1e20,
        "99999999999999999999"},
       {"YES", "YES", true, 1, 1.0, "YES"},
       {"trailing garbage", "12abc", false, 0, 0.0, "12abc"},
-      {"empty text", "", false, 0, 0.0, ""},
       {"inf text", "inf", false, 0, 0.0, "inf"},
-      {"double text out of range", "1e400", false, 0, 0.0, "1e400"},
       {"bytes", Bytes{1}, false, 0, 0.0, std::nullopt},
-      {"date", Date::fromUnixSeconds(5), false, 0, 0.0, std::nullopt},
-      {"dictionary", Dictionary{{"a", 1}}, false, 0, 0.0, std::nullopt},
   };
   const auto store = SettingsStore::inMemory();
   for (const ConversionCase& c : cases) {
@@ -97,67 +87,39 @@ TEST(SettingsStoreTest, TypedGettersConvertLikeThePlatform) {
   }
 }
 
-// Sets environment variables (absent: unset) and restores them when it goes.
-class ScopedEnvironment {
- public:
-  ~ScopedEnvironment() {
-    for (const auto& [name, value] : saved_) put(name, value);
-  }
-  void set(const std::string& name, const std::optional<std::string>& value) {
-    const char* old = std::getenv(name.c_str());
-    saved_.try_emplace(name, old != nullptr ? std::optional<std::string>(old) : std::nullopt);
-    put(name, value);
-  }
-
- private:
-  static void put(const std::string& name, const std::optional<std::string>& value) {
-    value ? setenv(name.c_str(), value->c_str(), 1) : unsetenv(name.c_str());
-  }
-  std::map<std::string, std::optional<std::string>> saved_;
-};
-
 struct PathCase {
   std::string name;
-  std::optional<std::string> settingsPath, configHome, home;
-  std::string expected;
+  std::optional<std::string> settingsPath, configHome;
+  std::string suite, expected;
 };
 
-TEST(SettingsStoreTest, StandardFileComesFromTheEnvironment) {
+TEST(SettingsStoreTest, FilesComeFromTheEnvironmentAndNamesStayDistinctInItsFolder) {
   const std::vector<PathCase> cases = {
-      {"explicit path wins", "/x/s.sqlite", "/cfg", "/home/u", "/x/s.sqlite"},
-      {"empty explicit path is ignored", "", "/cfg", "/home/u", "/cfg/qmcore/settings.sqlite"},
-      {"relative config home is ignored", std::nullopt, "cfg", "/home/u",
+      {"explicit path wins", "/x/s.sqlite", "/cfg", "", "/x/s.sqlite"},
+      {"empty explicit path is ignored", "", "/cfg", "", "/cfg/qmcore/settings.sqlite"},
+      {"relative config home is ignored", std::nullopt, "cfg", "",
        "/home/u/.config/qmcore/settings.sqlite"},
-      {"empty config home is ignored", std::nullopt, "", "/home/u",
-       "/home/u/.config/qmcore/settings.sqlite"},
-      {"home", std::nullopt, std::nullopt, "/home/u", "/home/u/.config/qmcore/settings.sqlite"},
+      {"plain name", "/x/s.sqlite", std::nullopt, "group.app", "/x/group.app.sqlite"},
+      {"slashes", "/x/s.sqlite", std::nullopt, "/etc/passwd", "/x/%2Fetc%2Fpasswd.sqlite"},
+      {"leading dot", "/x/s.sqlite", std::nullopt, "..", "/x/%2E..sqlite"},
+      {"percent sign", "/x/s.sqlite", std::nullopt, "%2F", "/x/%252F.sqlite"},
+      {"non-ASCII", "/x/s.sqlite", std::nullopt, "\xC3\xBC", "/x/\xC3\xBC.sqlite"},
   };
-  ScopedEnvironment environment;
+  const auto put = [](const char* name, const std::optional<std::string>& value) {
+    value ? setenv(name, value->c_str(), 1) : unsetenv(name);
+  };
+  std::vector<std::pair<const char*, std::optional<std::string>>> saved;  // put back at the end
+  for (const char* name : {"QM_SETTINGS_PATH", "XDG_CONFIG_HOME", "HOME"}) {
+    const char* value = std::getenv(name);
+    saved.emplace_back(name, value != nullptr ? std::optional<std::string>(value) : std::nullopt);
+  }
+  put("HOME", "/home/u");
   for (const PathCase& c : cases) {
-    SCOPED_TRACE(c.name);
-    environment.set("QM_SETTINGS_PATH", c.settingsPath);
-    environment.set("XDG_CONFIG_HOME", c.configHome);
-    environment.set("HOME", c.home);
-    EXPECT_EQ(SettingsStore::standardFilePath(), c.expected);
+    put("QM_SETTINGS_PATH", c.settingsPath);
+    put("XDG_CONFIG_HOME", c.configHome);
+    EXPECT_EQ(SettingsStore::namedFilePath(c.suite), c.expected) << c.name;
   }
-}
-
-TEST(SettingsStoreTest, NamedFilesStayInTheStandardFolderWithDistinctNames) {
-  const std::vector<std::pair<std::string, std::string>> cases = {
-      {"group.app", "/x/group.app.sqlite"},
-      {"/etc/passwd", "/x/%2Fetc%2Fpasswd.sqlite"},
-      {"..", "/x/%2E..sqlite"},
-      {"%2F", "/x/%252F.sqlite"},
-      {"a b", "/x/a%20b.sqlite"},
-      {"\xC3\xBC", "/x/\xC3\xBC.sqlite"},
-      {"", "/x/s.sqlite"},
-  };
-  ScopedEnvironment environment;
-  environment.set("QM_SETTINGS_PATH", "/x/s.sqlite");
-  for (const auto& [suite, expected] : cases) {
-    SCOPED_TRACE(suite);
-    EXPECT_EQ(SettingsStore::namedFilePath(suite), expected);
-  }
+  for (const auto& [name, value] : saved) put(name, value);
 }
 
 // Runs `body` in a child process, which exits with what it returns; the child's id.
@@ -174,24 +136,18 @@ int exitStatus(pid_t pid) {
   return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
-TEST(SqliteSettingsStoreTest, EveryKindReadsBackWithItsKindAfterReopening) {
+TEST(SqliteSettingsStoreTest, EveryKindAndEveryChangeReadsBackAfterReopening) {
   const std::vector<std::pair<std::string, SettingsValue>> cases = {
       {"bool", false},
       {"smallest integer", kMin},
-      {"largest integer", kMax},
-      {"double", 1.5},
       {"integral double", 3.0},
-      {"negative zero", -0.0},
-      {"infinity", -kInf},
       {"nan", kNaN},
-      {"string", "h\xC3\xA9llo"},
       {"string with a zero byte", std::string("a\0b", 3)},
       {"string that is not UTF-8", "\xFF\xFE"},
-      {"bytes", Bytes{0, 1, 255}},
       {"empty bytes", Bytes{}},
       {"date", Date::fromUnixSeconds(1.5e9 + 0.25)},
       {"nan date", Date::fromUnixSeconds(kNaN)},
-      {"array of every kind", Array{true, kMax, kMin, kNaN, -0.0, 0.1f, "s", Bytes{7},
+      {"array of every kind", Array{true, kMax, kNaN, -0.0, 0.1f, "s", Bytes{7},
                                     Date::fromReferenceDateSeconds(-1), Array{}, Dictionary{}}},
       {"nested dictionary with odd keys",
        Dictionary{{"a", Array{Dictionary{{"b", false}}}}, {"", 1}, {std::string("\0", 1), 2}}},
@@ -201,10 +157,18 @@ TEST(SqliteSettingsStoreTest, EveryKindReadsBackWithItsKindAfterReopening) {
   {
     SqliteSettingsStore store(path);
     for (const auto& [key, value] : cases) store.setObject(key, value);
+    store.setInteger("removed", 2);
+    store.setInteger("replaced", 3);
     ASSERT_TRUE(store.synchronize());
+    store.removeObjectForKey("removed");
+    store.setString("replaced", "now a string");
+    store.setDouble("pending", 2.5);  // written by the destructor
   }
   SqliteSettingsStore reopened(path);
-  EXPECT_EQ(reopened.dictionaryRepresentation().size(), cases.size());
+  EXPECT_EQ(reopened.dictionaryRepresentation().size(), cases.size() + 2);
+  EXPECT_FALSE(reopened.hasKey("removed"));
+  EXPECT_EQ(reopened.stringForKey("replaced"), "now a string");
+  EXPECT_EQ(reopened.doubleForKey("pending"), 2.5);
   for (const auto& [key, value] : cases) {
     SCOPED_TRACE(key);
     const auto read = reopened.objectForKey(key);
@@ -212,26 +176,6 @@ TEST(SqliteSettingsStoreTest, EveryKindReadsBackWithItsKindAfterReopening) {
     // Compared by their encodings, in which NaN equals NaN and -0.0 differs from 0.0.
     EXPECT_EQ(internal::encodeSettingsValue(*read), internal::encodeSettingsValue(value));
   }
-}
-
-TEST(SqliteSettingsStoreTest, RemovalsReplacementsAndWhatTheDestructorWritesPersist) {
-  testing::FakeEnv env;
-  const std::string path = env.settingsPath();
-  {
-    SqliteSettingsStore store(path);
-    store.setInteger("kept", 1);
-    store.setInteger("removed", 2);
-    store.setInteger("replaced", 3);
-    ASSERT_TRUE(store.synchronize());
-    store.removeObjectForKey("removed");
-    store.setString("replaced", "now a string");
-    store.setInteger("set then removed", 4);
-    store.removeObjectForKey("set then removed");
-    store.removeObjectForKey("never there");
-    store.setDouble("pending", 2.5);
-  }
-  EXPECT_EQ(SqliteSettingsStore(path).dictionaryRepresentation(),
-            (Dictionary{{"kept", 1}, {"replaced", "now a string"}, {"pending", 2.5}}));
 }
 
 TEST(SqliteSettingsStoreTest, FileIsDurableAtEveryCommit) {
@@ -289,9 +233,8 @@ TEST(SqliteSettingsStoreTest, TwoProcessesWritingAtOnceLoseNothing) {
   SqliteSettingsStore store(path);
   EXPECT_EQ(store.dictionaryRepresentation().size(), 2u * kKeys + 1);
   for (int i = 0; i < kKeys; ++i) {
-    for (const std::string prefix : {"a", "b"}) {
-      EXPECT_EQ(store.objectForKey(prefix + std::to_string(i)), SettingsValue(i)) << prefix << i;
-    }
+    EXPECT_EQ(store.integerForKey("a" + std::to_string(i)), i);
+    EXPECT_EQ(store.integerForKey("b" + std::to_string(i)), i);
   }
 }
 
@@ -317,9 +260,6 @@ TEST(SqliteSettingsStoreTest, SynchronizeBringsInOtherWritersWithLocalChangesWin
   ASSERT_TRUE(second.synchronize());
   EXPECT_EQ(second.stringForKey("contested"), "second");
   EXPECT_FALSE(second.hasKey("removed by first"));
-
-  ASSERT_TRUE(first.synchronize());
-  EXPECT_EQ(first.stringForKey("contested"), "second");
 }
 
 struct DamageCase {
@@ -373,15 +313,12 @@ TEST(SqliteSettingsStoreTest, DamagedFileIsSetAsideBesideEarlierOnesAndTheStoreS
     const std::string messages = ::testing::internal::GetCapturedStderr();
     EXPECT_NE(messages.find("not a readable settings store"), std::string::npos) << messages;
 
-    int setAside = 0;
     std::vector<std::string> added;
     for (const auto& entry : fs::directory_iterator(fs::path(path).parent_path())) {
       const std::string file = entry.path().string();
-      if (!file.starts_with(path + ".damaged-")) continue;
-      ++setAside;
-      if (readFile(file) != "earlier") added.push_back(file);
+      if (file.starts_with(path + ".damaged-") && readFile(file) != "earlier")
+        added.push_back(file);
     }
-    EXPECT_EQ(setAside, 31);
     ASSERT_EQ(added.size(), 1u);
     EXPECT_TRUE(readFile(added[0]) == damaged) << "the set-aside file differs";
     EXPECT_NE(messages.find(added[0]), std::string::npos);
@@ -391,62 +328,42 @@ TEST(SqliteSettingsStoreTest, DamagedFileIsSetAsideBesideEarlierOnesAndTheStoreS
 
 TEST(SqliteSettingsStoreTest, FileThatCannotBeOpenedLeavesTheStoreInMemory) {
   testing::FakeEnv env;
-  const fs::path folder = env.temporaryDirectory();
-  writeFile(folder / "blocker", "a file where a folder should be");
-  fs::create_directory(folder / "folder.sqlite");
-  for (const fs::path& path : {folder / "blocker/settings.sqlite", folder / "folder.sqlite"}) {
-    SCOPED_TRACE(path);
-    ::testing::internal::CaptureStderr();
-    SqliteSettingsStore store(path.string());
-    const std::string messages = ::testing::internal::GetCapturedStderr();
-    EXPECT_NE(messages.find("kept in memory"), std::string::npos) << messages;
-    EXPECT_FALSE(store.isPersistent());
-    store.setInteger("works", 1);
-    EXPECT_EQ(store.integerForKey("works"), 1);
-    EXPECT_FALSE(store.synchronize());
-  }
-  EXPECT_EQ(readFile(folder / "blocker"), "a file where a folder should be");
-  EXPECT_TRUE(fs::is_empty(folder / "folder.sqlite"));
+  const fs::path blocker = env.temporaryDirectory() / "blocker";
+  writeFile(blocker, "a file where a folder should be");
+  ::testing::internal::CaptureStderr();
+  SqliteSettingsStore store((blocker / "settings.sqlite").string());
+  const std::string messages = ::testing::internal::GetCapturedStderr();
+  EXPECT_NE(messages.find("kept in memory"), std::string::npos) << messages;
+  EXPECT_FALSE(store.isPersistent());
+  store.setInteger("works", 1);
+  EXPECT_EQ(store.integerForKey("works"), 1);
+  EXPECT_FALSE(store.synchronize());
+  EXPECT_EQ(readFile(blocker), "a file where a folder should be");
 }
 
 TEST(SqliteSettingsStoreTest, RowsThisVersionCannotReadAreAbsentAndLeftInTheFile) {
   // Rows another version or a damaged disk could leave: none may stop the others reading.
-  const struct {
-    const char* key;
-    int kind;
-    const char* value;  // an SQL literal
-  } unreadable[] = {
-      {"future kind", 99, "'x'"},
-      {"bool as text", 0, "'yes'"},
-      {"bad array", 6, "x'00'"},
-      {"array of huge size", 6, "x'9b9b2f0000002f2f2f2f'"},
+  const char* const unreadable[] = {
+      "('future kind', 99, 'x')",
+      "('bool as text', 0, 'yes')",
+      "('bad array', 6, x'00')",
   };
   testing::FakeEnv env;
   const std::string path = env.settingsPath();
-  const Dictionary readable = {
-      {"known", 1},
-      {"list", Array{1, "two"}},
-      {"table", Dictionary{{"a", 2.5}}},
-  };
+  const Dictionary readable = {{"known", 1}, {"list", Array{1, "two"}}};
   {
     SqliteSettingsStore store(path);
     for (const auto& [key, value] : readable) store.setObject(key, value);
   }
-  {
-    internal::SqliteDatabase database = internal::SqliteDatabase::open(path);
-    for (const auto& row : unreadable) {
-      database.execute(std::string("INSERT INTO settings VALUES('") + row.key + "', " +
-                       std::to_string(row.kind) + ", " + row.value + ")");
-    }
+  for (const char* row : unreadable) {
+    internal::SqliteDatabase::open(path).execute(std::string("INSERT INTO settings VALUES") + row);
   }
-  const auto rows = static_cast<std::int64_t>(readable.size() + std::size(unreadable));
   ::testing::internal::CaptureStderr();
   {
     SqliteSettingsStore store(path);
     EXPECT_EQ(store.dictionaryRepresentation(), readable);
-    // Rows that turn up later, when synchronising reads what another process wrote.
-    internal::SqliteDatabase::open(path).execute(
-        "INSERT INTO settings VALUES('later', 7, x'9b9b2f0000002f2f2f2f')");
+    // A row that turns up later, when synchronising reads what another process wrote.
+    internal::SqliteDatabase::open(path).execute("INSERT INTO settings VALUES('later', 99, 1)");
     store.setInteger("another", 2);
     EXPECT_TRUE(store.synchronize());
     Dictionary expected = readable;
@@ -454,43 +371,8 @@ TEST(SqliteSettingsStoreTest, RowsThisVersionCannotReadAreAbsentAndLeftInTheFile
     EXPECT_EQ(store.dictionaryRepresentation(), expected);
   }
   const std::string messages = ::testing::internal::GetCapturedStderr();
-  EXPECT_NE(messages.find(std::to_string(std::size(unreadable)) + " settings"), std::string::npos)
-      << messages;
-  internal::SqliteDatabase database = internal::SqliteDatabase::open(path);
-  EXPECT_EQ(database.queryInteger("SELECT count(*) FROM settings"), rows + 2);
-  EXPECT_EQ(database.queryText("SELECT hex(value) FROM settings WHERE key = 'array of huge size'"),
-            "9B9B2F0000002F2F2F2F");
-}
-
-TEST(SqliteSettingsStoreTest, OpenFileSharesOneStorePerFile) {
-  testing::FakeEnv env;
-  const fs::path folder = env.settingsPath().parent_path();
-  const auto store = SettingsStore::openFile(env.settingsPath());
-  EXPECT_EQ(SettingsStore::openFile(folder / "./other/../settings.sqlite"), store);
-  EXPECT_NE(SettingsStore::openFile(folder / "other.sqlite"), store);
-}
-
-TEST(SqliteSettingsStoreTest, StandardAndNamedStoresUseTheirOwnFiles) {
-  testing::FakeEnv env;
-  const fs::path folder = env.temporaryDirectory() / "config";
-  // The standard store is made once per process, so this runs in a child of its own.
-  const int status = exitStatus(spawn([&] {
-    setenv("QM_SETTINGS_PATH", (folder / "settings.sqlite").c_str(), 1);
-    const auto standard = SettingsStore::standard();
-    const auto first = SettingsStore::named("first");
-    const auto second = SettingsStore::named("second");
-    if (SettingsStore::standard() != standard || SettingsStore::named("") != standard) return 2;
-    if (SettingsStore::named("first") != first || first == second) return 3;
-    standard->setString("store", "standard");
-    first->setString("store", "first");
-    second->setString("store", "second");
-    return standard->synchronize() && first->synchronize() && second->synchronize() ? 0 : 4;
-  }));
-  ASSERT_EQ(status, 0);
-  for (const std::string name : {"settings", "first", "second"}) {
-    EXPECT_EQ(SqliteSettingsStore((folder / (name + ".sqlite")).string()).stringForKey("store"),
-              name == "settings" ? "standard" : name);
-  }
+  EXPECT_NE(messages.find("3 settings"), std::string::npos) << messages;
+  EXPECT_EQ(internal::SqliteDatabase::open(path).queryInteger("SELECT count(*) FROM settings"), 7);
 }
 
 TEST(SqliteSettingsStoreTest, ConcurrentThreadsSeeEveryWrite) {
@@ -512,36 +394,30 @@ TEST(SqliteSettingsStoreTest, ConcurrentThreadsSeeEveryWrite) {
   EXPECT_EQ(store.dictionaryRepresentation().size(), 200u);
 }
 
-TEST(SqliteSettingsStoreTest, ThreadsOpeningOneFileShareAStoreAndReadWholeValuesInOrder) {
+TEST(SettingsStoreTest, ThreadsOpeningOneFileByAnySpellingShareAStoreAndReadWholeValues) {
   testing::FakeEnv env;
-  const std::string path = env.settingsPath();
   // A reader must see one of the two values, never a mix, and never an older count after a
   // newer one.
   const SettingsValue even = Array{2, "two", Dictionary{{"n", 2.5}}};
   const SettingsValue odd = Array{1, "one", Dictionary{{"n", 1.5}}};
-  constexpr int kReaders = 3;
-  std::vector<std::shared_ptr<SettingsStore>> opened(kReaders);
+  std::vector<std::shared_ptr<SettingsStore>> opened(3);
   std::atomic<bool> done = false;
   std::atomic<int> failures = 0;
   std::vector<std::thread> readers;
-  for (int t = 0; t < kReaders; ++t) {
-    readers.emplace_back([&, t] {
-      opened[t] = SettingsStore::openFile(path);
-      const SettingsStore& store = *opened[t];
+  for (auto& store : opened) {
+    readers.emplace_back([&] {
+      store = SettingsStore::openFile(env.settingsPath());
       std::int64_t lastCount = -1;
       do {
-        const std::optional<SettingsValue> value = store.objectForKey("units");
+        const std::optional<SettingsValue> value = store->objectForKey("units");
         if (value && *value != even && *value != odd) ++failures;
-        const std::int64_t count = store.integerForKey("count");
+        const std::int64_t count = store->integerForKey("count");
         if (count < lastCount) ++failures;
         lastCount = count;
-        const Dictionary all = store.dictionaryRepresentation();
-        const auto units = all.find("units");
-        if (units != all.end() && units->second != even && units->second != odd) ++failures;
       } while (!done);
     });
   }
-  const auto writer = SettingsStore::openFile(path);
+  const auto writer = SettingsStore::openFile(env.settingsPath());
   for (int i = 0; i < 300; ++i) {
     writer->setObject("units", i % 2 == 0 ? even : odd);
     writer->setInteger("count", i);
@@ -551,6 +427,10 @@ TEST(SqliteSettingsStoreTest, ThreadsOpeningOneFileShareAStoreAndReadWholeValues
   for (std::thread& reader : readers) reader.join();
   EXPECT_EQ(failures.load(), 0);
   for (const auto& store : opened) EXPECT_EQ(store, writer);
+  // Other spellings of the path give the same store; another file another.
+  const fs::path folder = env.settingsPath().parent_path();
+  EXPECT_EQ(SettingsStore::openFile(folder / "./other/../settings.sqlite"), writer);
+  EXPECT_NE(SettingsStore::openFile(folder / "other.sqlite"), writer);
 }
 
 }  // namespace

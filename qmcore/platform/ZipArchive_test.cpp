@@ -16,49 +16,37 @@ namespace {
 
 namespace fs = std::filesystem;
 
-TEST(ZipArchiveTest, ArchiveReadsBackTheItemUnderItsOwnNameInAnotherReader) {
-  const struct {
-    std::vector<std::pair<std::string, std::string>> files;  // relative path, content
-    std::string item;                                        // what is zipped
-    std::string listing;  // "name size" of each entry, as Python's zipfile reads them
-  } cases[] = {
-      {{{"a.txt", "hello"}}, "a.txt", "a.txt 5\n"},
-      // Empty folders and files, UTF-8 names, entries in name order.
-      {{{"logs/b.txt", "bb"}, {"logs/\xC3\xA4.txt", ""}, {"logs/sub/c.txt", "ccc"}},
-       "logs",
-       "logs/ 0\nlogs/b.txt 2\nlogs/empty/ 0\nlogs/sub/ 0\nlogs/sub/c.txt 3\nlogs/\xC3\xA4.txt "
-       "0\n"},
-      {{}, "none", "none/ 0\n"},
-  };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.item);
-    testing::FakeEnv env;
-    const fs::path root = env.temporaryDirectory() / "src";
-    for (const auto& [path, content] : c.files) testing::writeFile(root / path, content);
-    fs::create_directories(root / "logs/empty");
-    fs::create_directories(root / "none");
-    const fs::path archive = env.temporaryDirectory() / "out.zip";
-    writeZipArchive(root / c.item, archive);
-    EXPECT_EQ(testing::run("python3 -c 'import sys, zipfile\n"
-                           "z = zipfile.ZipFile(sys.argv[1])\n"
-                           "assert z.testzip() is None\n"
-                           "for i in z.infolist(): print(i.filename, i.file_size)' '" +
-                           archive.string() + "'"),
-              c.listing);
-    EXPECT_EQ(testing::run("unzip -tq '" + archive.string() + "' >/dev/null"), "");
+// Empty folders and files, UTF-8 names, entries in name order, as Python's zipfile reads them.
+TEST(ZipArchiveTest, FolderReadsBackUnderItsOwnNameInAnotherReader) {
+  testing::FakeEnv env;
+  const fs::path root = env.temporaryDirectory() / "src";
+  for (const auto& [path, content] :
+       {std::pair{"logs/b.txt", "bb"}, {"logs/\xC3\xA4.txt", ""}, {"logs/sub/c.txt", "ccc"}}) {
+    testing::writeFile(root / path, content);
   }
+  fs::create_directories(root / "logs/empty");
+  const fs::path archive = env.temporaryDirectory() / "out.zip";
+  writeZipArchive(root / "logs", archive);
+  EXPECT_EQ(
+      testing::run("python3 -c 'import sys, zipfile\n"
+                   "z = zipfile.ZipFile(sys.argv[1])\n"
+                   "assert z.testzip() is None\n"
+                   "for i in z.infolist(): print(i.filename, i.file_size)' '" +
+                   archive.string() + "'"),
+      "logs/ 0\nlogs/b.txt 2\nlogs/empty/ 0\nlogs/sub/ 0\nlogs/sub/c.txt 3\nlogs/\xC3\xA4.txt 0\n");
 }
 
-TEST(ZipArchiveTest, CompressesLikeZipSix) {
+TEST(ZipArchiveTest, FileIsCompressedLikeZipSix) {
   testing::FakeEnv env;
   const fs::path log = env.temporaryDirectory() / "big.log";
   std::string text;
   for (int i = 0; text.size() < 200000; ++i) text += "line " + std::to_string(i) + " of the log\n";
   testing::writeFile(log, text);
-  writeZipArchive(log, env.temporaryDirectory() / "big.zip");
-  EXPECT_LT(fs::file_size(env.temporaryDirectory() / "big.zip"), text.size() / 4);
-  EXPECT_EQ(testing::run("unzip -p '" + (env.temporaryDirectory() / "big.zip").string() + "'"),
-            text);
+  const fs::path archive = env.temporaryDirectory() / "big.zip";
+  writeZipArchive(log, archive);
+  EXPECT_LT(fs::file_size(archive), text.size() / 4);
+  EXPECT_EQ(testing::zipContents(archive), text);
+  EXPECT_EQ(testing::run("unzip -Z1 '" + archive.string() + "'"), "big.log\n");  // its own name
 }
 
 TEST(ZipArchiveTest, FailureThrowsAndLeavesNoArchive) {
