@@ -25,29 +25,16 @@ const double kNaN = std::numeric_limits<double>::quiet_NaN();
 Date at(double unixSeconds) { return Date::fromUnixSeconds(unixSeconds); }
 Date dayAfterMonday(double days) { return at(kMonday2023Jan2 + days * 86400.0); }
 
-TEST(CalendarHelperTest, StandaloneMonthNamesOfTheCurrentLocale) {
-  const struct {
-    const char* locale;
-    std::int64_t index;
-    std::optional<std::string> expected;
-  } cases[] = {
-      {"en_US", 0, "January"}, {"en_US", 11, "December"}, {"en_US", 12, std::nullopt},
-      {"de_DE", 2, "März"},    {"ru_RU", 0, "январь"},  // stand-alone (nominative), not "января" as
-                                                        // in a date
-  };
-  for (const auto& c : cases) {
-    const ScopedLocale locale(c.locale);
-    EXPECT_EQ(CalendarHelper::getGregorianMonthName(c.index), c.expected)
-        << c.locale << " " << c.index;
-    EXPECT_EQ(CalendarHelper::getGregorianMonthNameWithIndex(c.index), c.expected);
-  }
-}
-
-TEST(CalendarHelperDeathTest, ANegativeIndexStopsTheProgram) {
+TEST(CalendarHelperDeathTest, StandaloneMonthNamesOfTheCurrentLocale) {
+  const ScopedLocale russian("ru_RU");
+  // Stand-alone (nominative), not "января" as in a date.
+  EXPECT_EQ(CalendarHelper::getGregorianMonthName(0), "январь");
+  EXPECT_EQ(CalendarHelper::getGregorianMonthNameWithIndex(11), "декабрь");
+  EXPECT_EQ(CalendarHelper::getGregorianMonthName(12), std::nullopt);
   EXPECT_DEATH(CalendarHelper::getGregorianMonthName(-1), "Negative month index");
 }
 
-TEST(CalendarWeekdaysTest, OffsetsOfTheSelectedWeekdaysWithBothEndsCounted) {
+TEST(CalendarWeekdaysDeathTest, OffsetsOfTheSelectedWeekdaysWithBothEndsCounted) {
   const Calendar utc("en_US", "UTC");
   const struct {
     double endDays;  // after the start, Monday 2023-01-02 00:00
@@ -60,7 +47,6 @@ TEST(CalendarWeekdaysTest, OffsetsOfTheSelectedWeekdaysWithBothEndsCounted) {
       {6.99, {2}, {0}},              // not a whole week: the second Monday is not reached
       {0, {2}, {0}},                 // one day
       {6, {0, 8}, {}},               // numbers that are no weekday
-      {7, {}, {}},
   };
   for (const auto& c : cases) {
     const Date start = dayAfterMonday(0), end = dayAfterMonday(c.endDays);
@@ -77,12 +63,6 @@ TEST(CalendarWeekdaysTest, OffsetsOfTheSelectedWeekdaysWithBothEndsCounted) {
   EXPECT_EQ(utc.daysForWeekdaysBetween(sundayNightUtc, sundayNightUtc, monday), Offsets{});
   // An uncountable range gives nothing.
   EXPECT_EQ(utc.daysForWeekdaysBetween(at(kNaN), dayAfterMonday(1), monday), Offsets{});
-  EXPECT_EQ(utc.daysForWeekdaysBetween(dayAfterMonday(0), at(kNaN), monday), Offsets{});
-}
-
-TEST(CalendarWeekdaysDeathTest, AnEndBeforeTheStartStopsTheProgram) {
-  const Calendar utc("en_US", "UTC");
-  const std::vector<int> monday = {2};
   EXPECT_DEATH(utc.daysForWeekdaysBetween(dayAfterMonday(7), dayAfterMonday(0), monday),
                "lies before its start");
 }
@@ -99,11 +79,9 @@ TEST(WeekDateCalculatorTest, WeeksAroundAMomentInTheCurrentTimeZone) {
       // Monday first: the Sunday ends the week that began on Monday 2022-12-26.
       {"UTC", kSunday2023Jan1Noon, 0, 2, 1672012800.0, 1672617599.0},
       {"UTC", kSunday2023Jan1Noon, 1, 2, 1672617600.0, 1673222399.0},
-      {"UTC", kSunday2023Jan1Noon, -1, 2, 1671408000.0, 1672012799.0},
       // Sunday first: the Sunday starts its own week.
       {"UTC", kSunday2023Jan1Noon, 0, 1, 1672531200.0, 1673135999.0},
       {"Asia/Tokyo", sundayNightUtc, 0, 2, 1672585200.0, 1673189999.0},  // already Monday there
-      {"America/Los_Angeles", sundayNightUtc, 0, 2, 1672041600.0, 1672646399.0},
       // The end is the last second of the seventh day, across the change to summer time.
       {"Europe/Berlin", 1711537200.0, 0, 2, 1711321200.0, 1711922399.0},
   };
@@ -129,10 +107,7 @@ TEST(WeekDateCalculatorTest, TheLocalesFirstWeekdayAndMediumDateStyle) {
         << c.locale;
     EXPECT_EQ(WeekDateCalculator::formatDate(at(kSunday2023Jan1Noon)), c.date);
   }
-  // The current moment by default.
-  const WeekDates week = WeekDateCalculator::getWeekDates(0, 2);
-  EXPECT_LE(week.startDate(), Date::now());
-  EXPECT_GE(week.endDate(), Date::now());
+  EXPECT_GE(WeekDateCalculator::getWeekDates(0, 2).endDate(), Date::now());  // now by default
 }
 
 TEST(WeekDateCalculatorDeathTest, AMomentTheCalendarCannotPlaceStopsTheProgram) {

@@ -9,25 +9,13 @@
 namespace qm {
 namespace {
 
-using testing::ScopedLocale;
 using Unit = HoursMinutesDurationUnit;
+constexpr std::int64_t kMax = std::numeric_limits<std::int64_t>::max();
+constexpr std::int64_t kMin = std::numeric_limits<std::int64_t>::min();
 
 // The settings with the English titles, whatever the environment's locale is.
 const DurationUnitSettings kHours("Hours", 24, 1, 1, 1, 0);
 const DurationUnitSettings kMinutes("Minutes", 55, 5, 10, 5, 1);
-
-TEST(HoursMinutesDurationUnitTest, DefaultSettingsAndDescriptions) {
-  EXPECT_EQ(Unit::defaultHoursSettings(), kHours);
-  EXPECT_EQ(Unit::defaultMinutesSettings(), kMinutes);
-  EXPECT_EQ(Unit::uiDescriptionForSeconds(1800, kHours, kMinutes), "minutes: 30");
-  EXPECT_EQ(Unit::uiDescriptionForSeconds(5400, kHours, kMinutes), "hours: 2");
-  const ScopedLocale german("de_DE");
-  EXPECT_EQ(Unit::defaultHoursSettings().localizedTitle(), "Stunden");
-  EXPECT_EQ(Unit::defaultMinutesSettings().localizedTitle(), "Minuten");
-  EXPECT_EQ(Unit::uiDescriptionForSeconds(7200, Unit::defaultHoursSettings(),
-                                          Unit::defaultMinutesSettings()),
-            "stunden: 2");
-}
 
 TEST(HoursMinutesDurationUnitTest, UnitAndValueForSeconds) {
   const struct {
@@ -44,47 +32,34 @@ TEST(HoursMinutesDurationUnitTest, UnitAndValueForSeconds) {
     EXPECT_EQ(unit.isHours(), c.hours) << c.seconds;
     EXPECT_EQ(unit.settings(), c.hours ? kHours : kMinutes) << c.seconds;
     EXPECT_EQ(value, c.value) << c.seconds;
-    EXPECT_EQ(unit, Unit::unitForSeconds(c.seconds, kHours, kMinutes));
   }
+  // Hours are the unit whose index is asked for.
+  EXPECT_FALSE(Unit::unitForIndex(1, kHours, kMinutes).isHours());
+  const DurationUnitSettings hoursSecond("Hours", 24, 1, 1, 1, 1);
+  EXPECT_TRUE(Unit::unitForIndex(1, hoursSecond, kMinutes).isHours());
+  // The description names the unit in lower case, in the locale's words.
+  EXPECT_EQ(Unit::uiDescriptionForSeconds(1800, kHours, kMinutes), "minutes: 30");
+  const testing::ScopedLocale german("de_DE");
+  EXPECT_EQ(Unit::uiDescriptionForSeconds(7200, Unit::defaultHoursSettings(),
+                                          Unit::defaultMinutesSettings()),
+            "stunden: 2");
 }
 
 TEST(HoursMinutesDurationUnitTest, ValuesUseTheGivenSettingsMaximum) {
   const DurationUnitSettings longHours("Hours", 100, 1, 1, 1, 0);
   const DurationUnitSettings manyMinutes("Minutes", 1000, 1, 1, 1, 1);
   const Unit hours = Unit::hours(kHours);
-  const Unit minutes = Unit::minutes(kMinutes);
   EXPECT_EQ(hours.valueForSeconds(200000, longHours, manyMinutes), 56);
-  EXPECT_EQ(minutes.valueForSeconds(7200, longHours, manyMinutes), 120);
-  EXPECT_EQ(minutes.valueForSeconds(7200, kHours, kMinutes), 55);
+  EXPECT_EQ(Unit::minutes(kMinutes).valueForSeconds(7200, longHours, manyMinutes), 120);
   EXPECT_EQ(hours.valueForSeconds(-5400, kHours, kMinutes), -2);  // halves away from zero
-  EXPECT_EQ(hours.valueForSeconds(std::numeric_limits<std::int64_t>::min(), kHours, kMinutes),
-            -2562047788015216);
+  EXPECT_EQ(hours.valueForSeconds(kMin, kHours, kMinutes), -2562047788015216);
 }
 
-TEST(HoursMinutesDurationUnitTest, UnitForIndexMatchesTheHourIndexOnly) {
-  const struct {
-    std::int64_t index;
-    bool hours;
-  } cases[] = {{0, true}, {1, false}, {99, false}};
-  for (const auto& c : cases) {
-    EXPECT_EQ(Unit::unitForIndex(c.index, kHours, kMinutes).isHours(), c.hours) << c.index;
-  }
-  const DurationUnitSettings hoursSecond("Hours", 24, 1, 1, 1, 1);
-  EXPECT_TRUE(Unit::unitForIndex(1, hoursSecond, kMinutes).isHours());
-}
-
-TEST(HoursMinutesDurationUnitTest, SecondsForValue) {
-  EXPECT_EQ(Unit::hours(kHours).secondsForValue(2), 7200);
+TEST(HoursMinutesDurationUnitDeathTest, SecondsForValueStopOnOverflow) {
   EXPECT_EQ(Unit::minutes(kMinutes).secondsForValue(-3), -180);
-  const std::int64_t largestHours = std::numeric_limits<std::int64_t>::max() / 3600;
-  EXPECT_EQ(Unit::hours(kHours).secondsForValue(largestHours), largestHours * 3600);
-}
-
-TEST(HoursMinutesDurationUnitDeathTest, OverflowingSecondsStopTheProgram) {
-  const std::int64_t tooManyHours = std::numeric_limits<std::int64_t>::max() / 3600 + 1;
-  EXPECT_DEATH(Unit::hours(kHours).secondsForValue(tooManyHours), "overflows");
-  EXPECT_DEATH(Unit::minutes(kMinutes).secondsForValue(std::numeric_limits<std::int64_t>::min()),
-               "overflows");
+  EXPECT_EQ(Unit::hours(kHours).secondsForValue(kMax / 3600), kMax / 3600 * 3600);
+  EXPECT_DEATH(Unit::hours(kHours).secondsForValue(kMax / 3600 + 1), "overflows");
+  EXPECT_DEATH(Unit::minutes(kMinutes).secondsForValue(kMin), "overflows");
 }
 
 }  // namespace

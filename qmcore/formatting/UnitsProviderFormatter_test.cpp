@@ -1,13 +1,20 @@
+// The units provider's value texts, and the unit-system texts and paces they are made of.
+
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <cstdint>
 #include <limits>
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 
+#include "qmcore/formatting/QMStringForFloatPrecision.hpp"
+#include "qmcore/formatting/QMUnitsFormatter.hpp"
 #include "qmcore/provider/QMUIValueWithUnit.hpp"
 #include "qmcore/provider/UnitsProvider.hpp"
+#include "qmcore/testing/ScopedLocale.hpp"
 #include "qmcore/testing/UnitsProviderTestSupport.hpp"
 
 namespace qm {
@@ -35,49 +42,42 @@ class UnitsProviderFormatterTest : public testing::UnitsProviderTest {
  protected:
   // A provider launched over a store holding only `system`, the distance units switching at
   // `switchValue` (in metres or feet; -1 never).
-  UnitsProvider& launchIn(const System& system, std::int64_t switchValue = 1000,
-                          const char* locale = "en_US") {
+  UnitsProvider& launchIn(const System& system, std::int64_t switchValue = 1000) {
     for (const auto& entry : store_->dictionaryRepresentation()) {
       store_->removeObjectForKey(entry.first);
     }
     store_->setInteger(QMGeneralUnitPrefKeyName, system.general);
     store_->setInteger(QMNauticalDistanceUnitPrefKeyName, system.nauticalSmall);
     delegate_->feetThreshold = switchValue;
-    return launch(locale);
+    return launch();
   }
 };
 
 // Every text of each system at values away from any limit (imperial's are among the limits
-// below), and one system in German.
+// below). Nautical with metres takes metric's paths.
 TEST_F(UnitsProviderFormatterTest, TextsAndLabelsOfEachSystem) {
   const struct {
     System system;
-    const char* locale;
     std::int64_t altitudeType;
     // Distances of 100 m and 5000 m, switching at 1000 small units.
-    const char *small, *big, *smallOnly, *rounded, *ruler;
+    const char *small, *big, *smallOnly, *rounded, *chosenSmallLabel;
     const char *altitude, *altitudeLabel, *spokenAltitude;
     const char *speedLabel, *speed, *spokenSpeed, *average, *verticalLabel;
   } cases[] = {
-      {kMetric, "en_US", 0, "100m", "5.00km", "123m", "120", "2.00 km", "100", "m", "meters to go",
-       "km/h", "36", "kilometers per hour", "36.0", "m/s"},
+      {kMetric, 0, "100m", "5.00km", "123m", "120", "m", "100", "m", "meters to go", "km/h", "36",
+       "kilometers per hour", "36.0", "m/s"},
       // An altitude type other than metres and feet: feet at sea, nothing elsewhere.
-      {kNauticalFeet, "en_US", 3, "328ft", "2.70nm", "405ft", "400", "1.08 nm", "328", "yd",
-       "yards to go", "kts", "19", "knots", "19.4", "ft/min"},
-      {kNauticalMeters, "en_US", 0, "100m", "2.70nm", "123m", "120", "1.08 nm", "100", "m",
-       "meters to go", "kts", "19", "knots", "19.4", "ft/min"},
+      {kNauticalFeet, 3, "328ft", "2.70nm", "405ft", "400", "ft", "328", "yd", "yards to go", "kts",
+       "19", "knots", "19.4", "ft/min"},
       // Yards label metres unconverted and have no big unit (-1), but rounded texts count feet.
-      {kYards, "en_US", 3, "100yd", "-1.00mi", "123yd", "400", "-1.00 mi", "", "yd", "yards to go",
-       "mph", "-1", "miles per hour", "-1.0", "ft/min"},
-      {kNauticalMeters, "de_DE", 1, "100m", "2.70sm", "123m", "120", "1.08 sm", "328", "ft",
-       "Fuß verbleibend", "kts", "19", "Knoten", "19.4", "ft/min"},
+      {kYards, 3, "100yd", "-1.00mi", "123yd", "400", "ft", "", "yd", "yards to go", "mph", "-1",
+       "miles per hour", "-1.0", "ft/min"},
   };
   for (const auto& c : cases) {
-    SCOPED_TRACE(std::string(c.system.name) + " " + c.locale);
-    UnitsProvider& p = launchIn(c.system, 1000, c.locale);
+    SCOPED_TRACE(c.system.name);
+    UnitsProvider& p = launchIn(c.system);
     p.setAltitudeUnitType(c.altitudeType);
     EXPECT_EQ(p.textForDistance(100), c.small);
-    EXPECT_EQ(p.textForDistance(5000), c.big);
     EXPECT_EQ(p.textForMapDistance(5000), c.big);
     for (const double meters : {100.0, 5000.0}) {
       const QMUIValueWithUnit ui = p.uiTextsForDistance(meters);
@@ -85,29 +85,17 @@ TEST_F(UnitsProviderFormatterTest, TextsAndLabelsOfEachSystem) {
     }
     EXPECT_EQ(p.textForSmallOnlyDistance(123.4), c.smallOnly);
     EXPECT_EQ(p.textForSmallRoundedDistanceWithNoUnits(123.4), c.rounded);
-    EXPECT_EQ(p.rulerValueForMetersPerPixel(40.0f), c.ruler);
+    // Code 2 has no small unit of its own: it follows the small-distance choice.
+    EXPECT_EQ(p.nonLocalizedTextForUnitType(2), c.chosenSmallLabel);
     EXPECT_EQ(p.textForAltitudeWithNoUnits(100), c.altitude);
     EXPECT_EQ(p.textForCurrentAltitudeUnit(), c.altitudeLabel);
     EXPECT_EQ(p.speechTextForCurrentAltitudeUnit(), c.spokenAltitude);
     EXPECT_EQ(p.textForCurrentSpeedUnit(), c.speedLabel);
-    EXPECT_EQ(p.autoDecimalTextForMSSpeedWithNoUnits(10), c.speed);
     EXPECT_EQ(p.autoDecimalTextForMSSpeed(10), std::string(c.speed) + " " + c.spokenSpeed);
-    EXPECT_EQ(p.speechTextForCurrentSpeedUnit(), c.spokenSpeed);
     EXPECT_EQ(p.decimalTextForAverageSpeedWithNoUnits(10), c.average);
     EXPECT_EQ(p.textForCurrentVerticalSpeedUnit(), c.verticalLabel);
   }
-
-  // Code 2 has no small unit of its own: it follows the nautical small-distance choice.
-  const struct {
-    System system;
-    std::int64_t code;
-    const char* label;
-  } labels[] = {{kNauticalMeters, 2, "m"}, {kNauticalFeet, 2, "ft"}, {kNauticalFeet, 4, ""}};
-  for (const auto& c : labels) {
-    const UnitsProvider& p = launchIn(c.system);
-    EXPECT_EQ(p.textForSmallDistanceUnitTypeForGeneralUnitType(c.code), c.label) << c.code;
-    EXPECT_EQ(p.nonLocalizedTextForUnitType(c.code), c.label) << c.system.name << " " << c.code;
-  }
+  EXPECT_EQ(provider_->textForSmallDistanceUnitTypeForGeneralUnitType(4), "");  // unknown code
 }
 
 // A text of a value, in the form that the limits below apply to.
@@ -136,7 +124,6 @@ TEST_F(UnitsProviderFormatterTest, TextsAtTheirLimits) {
   } cases[] = {
       {kMetric, 1000, distance, 999.9, "1000m"},  // "%.0f" rounds, the unit stays small
       {kMetric, 1000, distance, 1000, "1.00km"},  // equality switches
-      {kMetric, 0, distance, 0, "0.00km"},
       {kMetric, -1, distance, 5e6, "5000000m"},
       {kImperial, 2000, distance, 2000 / kFeetPerMeter, "0.38mi"},
       {kMetric, 1000, altitude, -0.3, "0"},     // never "-0"
@@ -172,68 +159,42 @@ TEST_F(UnitsProviderFormatterTest, AverageSpeedsSmallOnlyAndExplicitUnitDistance
   EXPECT_EQ(p.decimalTextFor2DecimalDigitsAverageSpeedWithNoUnits(99.96 / 3.6), "99.96");
   EXPECT_EQ(p.decimalTextFor4DecimalDigitsAverageSpeedWithNoUnits(99.96 / 3.6), "99.9600");
   EXPECT_EQ(p.textForSmallOnlyDistanceWithNoUnits(123.4), "123");
-  const struct {
-    bool kilometric;
-    DistanceUnitType type;
-    double meters;
-    const char* text;
-  } cases[] = {
-      {true, DistanceUnitType::kMetric, 1234, "1.23"},
-      {true, DistanceUnitType::kNautical, 1852, "1.00"},
-      {false, DistanceUnitType::kImperial, 100, "328"},
-      {false, DistanceUnitType::kNautical, 100, "100"},
-  };
-  for (const auto& c : cases) {
-    EXPECT_EQ(p.textWithNoUnitsForDistanceInMeters(c.meters, {c.kilometric, c.type}), c.text)
-        << c.kilometric << " " << static_cast<int>(c.type) << " " << c.meters;
-  }
+  EXPECT_EQ(p.textWithNoUnitsForDistanceInMeters(1852, {true, DistanceUnitType::kNautical}),
+            "1.00");
+  EXPECT_EQ(p.textWithNoUnitsForDistanceInMeters(100, {false, DistanceUnitType::kImperial}), "328");
 }
 
 TEST_F(UnitsProviderFormatterTest, LengthsAreasAndPressuresSwitchAboveTheirThresholds) {
-  enum Kind { kLength, kArea, kPressure };
+  using Text = std::string (UnitsProvider::*)(double) const;
+  const Text length = &UnitsProvider::stringForLengthInMeters;
+  const Text area = &UnitsProvider::stringForAreaInSquareMeters;
   const struct {
     System system;
-    Kind kind;
-    std::string_view smallUnit;  // the current unit; empty: the system's default
-    std::int64_t switchValue;    // stored for the current unit; 0: none stored
+    Text text;
+    std::int64_t switchValue;  // stored for the current unit; 0: none stored
     double value;
-    QMUIValueWithUnit ui;
+    const char* expected;
   } cases[] = {
-      {kMetric, kLength, "", 0, 5000, {"5000.0", "m"}},     // lengths never switch by default
-      {kMetric, kLength, "", 1000, 1000, {"1000.0", "m"}},  // only above the threshold
-      {kMetric, kLength, "", 1000, 1500, {"1.500", "km"}},
-      // At sea every length that switches becomes nautical miles.
-      {kNauticalFeet, kLength, "", 1000, 500, {"0.27", "nm"}},
-      {kNauticalFeet, kLength, QMInchUnitUuid, 20, 1, {"0.00", "nm"}},  // even inches
-      {kMetric, kArea, "", 100000, 250000, {"0.250", "km²"}},
-      // Areas at sea keep their own big unit.
-      {kNauticalFeet, kArea, "", 100000, 2589988.110336, {"1.0000", "mi²"}},
-      {kImperial, kPressure, "", 0, 1013.25, {"29.921", "inHg"}},
+      {kMetric, length, 0, 5000, "5000.0m"},     // lengths never switch by default
+      {kMetric, length, 1000, 1000, "1000.0m"},  // only above the threshold
+      {kMetric, length, 1000, 1500, "1.500km"},
+      // At sea every length that switches becomes nautical miles; areas keep their big unit.
+      {kNauticalFeet, length, 1000, 500, "0.27nm"},
+      {kNauticalFeet, area, 100000, 2589988.110336, "1.0000mi²"},
+      {kImperial, &UnitsProvider::stringForPressurehPa, 0, 1013.25, "29.921inHg"},
   };
   for (const auto& c : cases) {
-    SCOPED_TRACE(std::string(c.system.name) + " " + std::to_string(c.value));
     UnitsProvider& p = launchIn(c.system);
-    if (!c.smallUnit.empty()) p.setCurrentLengthUnit(p.lengthUnitWithUuid(c.smallUnit));
     if (c.switchValue != 0) {
-      p.setAutomaticSwitchValue(c.switchValue, c.kind == kArea
+      p.setAutomaticSwitchValue(c.switchValue, c.text == area
                                                    ? static_cast<const QMUnit&>(*p.areaUnit())
                                                    : *p.lengthUnit());
     }
-    const std::string text = c.ui.uiValue + c.ui.unitText;
-    switch (c.kind) {
-      case kLength:
-        EXPECT_EQ(p.stringForLengthInMeters(c.value), text);
-        EXPECT_EQ(p.uiTextsForLengthInMeters(c.value), c.ui);
-        break;
-      case kArea:
-        EXPECT_EQ(p.stringForAreaInSquareMeters(c.value), text);
-        EXPECT_EQ(p.uiTextsForAreaInSquareMeters(c.value), c.ui);
-        break;
-      case kPressure:
-        EXPECT_EQ(p.stringForPressurehPa(c.value), text);
-        break;
-    }
+    EXPECT_EQ((p.*c.text)(c.value), c.expected) << c.system.name << " " << c.value;
   }
+  const UnitsProvider& p = launchIn(kMetric);
+  EXPECT_EQ(p.uiTextsForLengthInMeters(1500), (QMUIValueWithUnit{"1500.0", "m"}));
+  EXPECT_EQ(p.uiTextsForAreaInSquareMeters(2500), (QMUIValueWithUnit{"2500.0", "m²"}));
 }
 
 TEST_F(UnitsProviderFormatterTest, MeasuresSwitchOnlyAboveAThresholdAboveMinusOne) {
@@ -277,14 +238,77 @@ TEST_F(UnitsProviderFormatterTest, VerticalSpeedsWithTheirScales) {
     EXPECT_EQ(p.textForVerticalSpeedInMetersPerSecondWithNoUnits(c.metersPerSecond), c.text);
     EXPECT_EQ(p.textForCurrentVerticalSpeedUnitScale(), c.scaleText);
   }
-  EXPECT_NEAR(launchIn(kMetric).verticalSpeedValueInCurrentUnits(2.54), 2.54, 1e-9);
+  // Powers of ten beyond the int range saturate.
+  EXPECT_EQ(UnitsProvider::textForScale(10), "x2147483647");
+  EXPECT_EQ(UnitsProvider::textForScale(std::numeric_limits<std::int64_t>::min()), "/2147483647");
+}
 
+using F = QMUnitsFormatter;
+
+// The labels come from the unit-system table (the provider's tests read most of them): a row
+// without a key and an unknown code give "", and the imperial speed is never translated.
+TEST(QMUnitsFormatter, LabelsOfARowWithMissingKeysAndOfAnUnknownCode) {
+  EXPECT_EQ(F::longTextForPluralKilometricUnitType(3), "miles");
+  EXPECT_EQ(F::textForPaceUnitWithUnitType(0), "min/km");
+  EXPECT_EQ(F::textForPaceUnitWithUnitType(3), "");  // yards have no pace
+  EXPECT_EQ(F::longTextForUnitType(3), "Yards");
+  EXPECT_EQ(F::longTextForDistanceLeftWithUnit({true, DistanceUnitType(3)}), "");
+  EXPECT_EQ(F::longTextForDistanceLeftWithUnit({false, DistanceUnitType(3)}), "yards to go");
+  EXPECT_EQ(F::textForKilometricSpeedType(4), "");
+  EXPECT_EQ(F::textForKilometricUnitType(4), "");
+  const testing::ScopedLocale german("de_DE");
+  EXPECT_EQ(F::textForKilometricSpeedType(1), "mph");
+}
+
+TEST(QMUnitsFormatter, UnitTypesFromTexts) {
   const struct {
-    std::int64_t scale;
+    std::optional<std::string_view> text;
+    std::int64_t speed, altitude;
+  } cases[] = {{"MPH", 1, 0},           {"KTS", 2, 0}, {"mph", 0, 0}, {" MPH", 0, 0},
+               {std::nullopt, 0, 0},    {"FT", 0, 0},  {"ftx", 0, 0}, {" \t ft\r\n", 0, 1},
+               {"\u00A0yd\u3000", 0, 3}};  // white space beyond ASCII
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.text.value_or("(absent)"));
+    EXPECT_EQ(F::unitTypeForSpeedString(c.text), c.speed);
+    EXPECT_EQ(F::unitTypeForAltitudeString(c.text), c.altitude);
+  }
+}
+
+TEST(QMUnitsFormatter, PacesAreTruncatedToWholeSeconds) {
+  const double nan = std::nan("");
+  const struct {
+    double metersPerSecond;
+    std::int64_t unit;
+    double pace;
     const char* text;
-  } scales[] = {
-      {-1, "/10"}, {10, "x2147483647"}, {std::numeric_limits<std::int64_t>::min(), "/2147483647"}};
-  for (const auto& c : scales) EXPECT_EQ(UnitsProvider::textForScale(c.scale), c.text) << c.scale;
+  } cases[] = {
+      {1000 / 359.9, 0, 359.9, "05:59"},    // never rounded up to 06:00
+      {4.4704, 1, 360.0007, "06:00"},       // 10 mph by the library's 0.62137
+      {1852 / 3600.0, 2, 3600.0, "60:00"},  // minutes are not capped at an hour
+      {0.0099, 0, 0.0, "--:--"},            // no pace below 1 cm/s
+      {5, 7, -3600.0, "-60:00"},            // an unknown unit converts to -1
+  };
+  for (const auto& c : cases) {
+    EXPECT_NEAR(F::paceForSpeed(c.metersPerSecond, c.unit), c.pace, 1e-3)
+        << c.metersPerSecond << " " << c.unit;
+    EXPECT_EQ(F::textForPaceForSpeed(c.metersPerSecond, c.unit), c.text)
+        << c.metersPerSecond << " " << c.unit;
+  }
+  EXPECT_EQ(F::textForPaceForSpeed(nan, 0), "--:--");
+}
+
+TEST(QMStringForFloatPrecision, PrintfRoundingInEveryCLocale) {
+  const testing::ScopedGermanCLocale cLocale;       // "," would come out if the C locale leaked in
+  EXPECT_EQ(QMStringForFloatPrecision0(2.5), "2");  // halves to even
+  EXPECT_EQ(QMStringForFloatPrecision0(-0.4), "-0");
+  EXPECT_EQ(QMStringForFloatPrecision2(2.5), "2.50");
+  EXPECT_EQ(QMStringForFloatPrecision3(-0.4), "-0.400");
+}
+
+TEST(QMUnitsFormatter, ChargedDistancesInTheBigUnit) {
+  EXPECT_EQ(F::textForChargedDistance(1234, 0, ""), "1.23km");
+  EXPECT_EQ(F::textForChargedDistance(1000, 3, " "), "-1.00 mi");  // no conversion for yards
+  EXPECT_EQ(F::textForChargedDistance(1000, 5, ""), "-1.00");
 }
 
 }  // namespace

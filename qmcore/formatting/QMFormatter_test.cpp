@@ -1,0 +1,359 @@
+// QMFormatter's texts: numbers, dates, time spans and text helpers.
+
+#include "qmcore/formatting/QMFormatter.hpp"
+
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <cmath>
+#include <cstdint>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <limits>
+#include <optional>
+#include <regex>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "qmcore/testing/ScopedLocale.hpp"
+
+namespace qm {
+namespace {
+
+using testing::ScopedGermanCLocale;
+using testing::ScopedLocale;
+using testing::ScopedTimeZone;
+using OptionalText = std::optional<std::string>;
+
+constexpr Date kMarch5th2024 = Date::fromUnixSeconds(1709647629.0);  // 14:07:09 UTC
+constexpr double kDay = 86400.0;
+
+TEST(QMFormatterNumbersTest, RoundDoubleRoundsHalvesAwayFromZero) {
+  // 2.675 * 100 is exactly 267.5; 1.005 * 100 is 100.4999...
+  EXPECT_DOUBLE_EQ(QMFormatter::roundDouble(2.675, 2), 2.68);
+  EXPECT_DOUBLE_EQ(QMFormatter::roundDouble(1.005, 2), 1.0);
+  EXPECT_DOUBLE_EQ(QMFormatter::roundDouble(-2.5, 0), -3.0);
+  EXPECT_DOUBLE_EQ(QMFormatter::roundDouble(1250.0, -2), 1300.0);
+}
+
+TEST(QMFormatterNumbersTest, TextsHaveADotUnderAGermanHostAndLocale) {
+  const ScopedGermanCLocale cLocale;
+  if (!cLocale.active()) GTEST_SKIP() << "de_DE.UTF-8 is not installed";
+  char probe[16];
+  std::snprintf(probe, sizeof probe, "%.1f", 1.5);
+  ASSERT_STREQ(probe, "1,5");  // the host's printf now writes commas
+  const ScopedLocale german("de_DE");
+
+  const struct {
+    std::string actual;
+    const char* expected;
+  } cases[] = {
+      {QMFormatter::newStringForFloatPrecision1(1.25), "1.2"},  // printf: ties to even
+      {QMFormatter::newStringForFloatPrecision2(1.005), "1.00"},
+      {QMFormatter::newStringForFloatPrecision3(2.0), "2.000"},
+      {QMFormatter::newStringForFloatPrecision2WithSign(0.0), "+0.00"},
+      {QMFormatter::newStringForFloatPrecision2WithSign(-1.25), "-1.25"},
+      {QMFormatter::invariantStringForDouble(-1234567.125), "-1234567.125000"},
+      {QMFormatter::newStringForInt(-1234567), "-1234567"},
+      {QMFormatter::newSecondsStringForSeconds(5), "05"},
+      {QMFormatter::textForTimerForMinute(5, 9), "05:09"},
+      // The format switches at ten thousand.
+      {QMFormatter::autoPrecisionFormatForValue(9999.999), "%.2f"},
+      {QMFormatter::autoPrecisionFormatForValue(10000.0), "%.0f"},
+      // Number formatters of the locale: no grouping, halves to even, negative places as none.
+      {QMFormatter::stringFromDouble(1234567.891, 1), "1234567.9"},
+      {QMFormatter::stringFromDouble(0.125, 2), "0.12"},
+      {QMFormatter::stringFromDouble(-0.004, 2), "-0.00"},
+      {QMFormatter::stringFromDouble(7.25, -1), "7"},
+      {QMFormatter::p2StringFromDouble(1.0), "1.00"},
+      {QMFormatter::p3StringFromDouble(1.23456), "1.235"},
+      {QMFormatter::stringFromInt(-1234567), "-1234567"},
+      // File sizes in binary multiples; just below a megabyte, printf rounds up to 1024 KB.
+      {QMFormatter::stringFromFileSize(-5), "-5 bytes"},
+      {QMFormatter::stringFromFileSize(1023), "1023 bytes"},
+      {QMFormatter::stringFromFileSize(1024), "1 KB"},
+      {QMFormatter::stringFromFileSize(1048575), "1024 KB"},
+      {QMFormatter::stringFromFileSize(1048576), "1.0 MB"},
+      {QMFormatter::stringFromFileSize(1073741823), "1024.0 MB"},
+      {QMFormatter::stringFromFileSize(1073741824), "1.00 GB"},
+  };
+  for (const auto& c : cases) EXPECT_EQ(c.actual, c.expected);
+}
+
+TEST(QMFormatterNumbersTest, ReadingNumbers) {
+  const struct {
+    const char* locale;
+    const char* text;
+    std::int64_t expected;
+  } integers[] = {{"en_US", "1,234", 1234}, {"en_US", "-12.7", -12},
+                  {"en_US", "12abc", 0},    {"de_DE", "1.234", 1234},
+                  {"de_DE", "12,7", 12},    {"en_US", "99999999999999999999", INT64_MAX}};
+  for (const auto& c : integers) {
+    const ScopedLocale scoped(c.locale);
+    EXPECT_EQ(QMFormatter::integerFromString(c.text), c.expected) << c.locale << " " << c.text;
+  }
+
+  // The invariant reader needs a dot and nothing after the number, whatever the locale.
+  const ScopedLocale german("de_DE");
+  EXPECT_EQ(QMFormatter::doubleFromInvariantString("-0.25"), -0.25);
+  EXPECT_EQ(QMFormatter::doubleFromInvariantString("1,5"), 0.0);
+  EXPECT_EQ(QMFormatter::doubleFromInvariantString("1.5 m"), 0.0);
+
+  // Only digits and one dot; the callback hears accepted numbers only. The number fuzz target
+  // checks that every accepted text is a plain decimal number.
+  const struct {
+    const char* text;
+    std::optional<double> number;
+  } numerics[] = {
+      {".5", 0.5}, {"12.", 12.0}, {"", std::nullopt}, {".", std::nullopt}, {"-3", std::nullopt}};
+  for (const auto& c : numerics) {
+    std::vector<double> calls;
+    const bool accepted =
+        QMFormatter::parseNumericString(c.text, [&calls](double v) { calls.push_back(v); });
+    EXPECT_EQ(accepted, c.number.has_value()) << "'" << c.text << "'";
+    EXPECT_EQ(calls, c.number ? std::vector<double>{*c.number} : std::vector<double>{})
+        << "'" << c.text << "'";
+  }
+  EXPECT_TRUE(QMFormatter::parseNumericString("3"));  // no callback given
+}
+
+TEST(QMFormatterNumbersTest, CurrencyOfTheCurrentLocale) {
+  const ScopedLocale german("de_DE");
+  EXPECT_EQ(QMFormatter::currencyPropertiesString(), "Währung: € (EUR), Locale: de_DE");
+}
+
+TEST(QMFormatterDatesTest, DateToUIStringAppendsEnglishDaySuffixesInEveryLocale) {
+  const Date march1st2025Noon = Date::fromUnixSeconds(1740830400.0);
+  std::string endings;
+  for (const int day : {2, 3, 4, 11, 12, 13, 21, 22, 23, 31}) {
+    const std::string text =
+        QMFormatter::dateToUIString(march1st2025Noon.addingTimeInterval((day - 1) * kDay));
+    endings += text.substr(text.rfind(' '));
+  }
+  EXPECT_EQ(endings, " 2nd 3rd 4th 11th 12th 13th 21st 22nd 23rd 31st");
+  EXPECT_EQ(QMFormatter::dateToUIString(march1st2025Noon), "Saturday, March 1st");
+  // A day number in other digits cannot be read: no suffix.
+  const ScopedLocale arabic("ar_EG");
+  const std::string arabicText = QMFormatter::dateToUIString(march1st2025Noon);
+  EXPECT_FALSE(arabicText.empty());
+  EXPECT_EQ(arabicText.find("st"), std::string::npos);
+}
+
+TEST(QMFormatterDatesTest, GpsStampsAreUtcAndExifDatesLocal) {
+  const ScopedTimeZone berlin("Europe/Berlin");
+  EXPECT_EQ(QMFormatter::dateForGPSDateString("2024:03:05 14:07:09"), kMarch5th2024);
+  EXPECT_EQ(QMFormatter::dateForGPSDateString("2024:03:05", "14:07:09"), kMarch5th2024);
+  EXPECT_EQ(QMFormatter::dateForGPSDateString("2024:03:05", std::nullopt), std::nullopt);
+  EXPECT_EQ(QMFormatter::dateForGPSDateString("2024-03-05 14:07:09"), std::nullopt);
+  EXPECT_EQ(QMFormatter::dateForGPSDateString("2024:13:05 14:07:09"), std::nullopt);
+
+  EXPECT_EQ(QMFormatter::exifStringForDate(kMarch5th2024), "2024:03:05 15:07:09");
+  EXPECT_EQ(QMFormatter::dateForExifDateString("2024:03:05 15:07:09"), kMarch5th2024);
+  EXPECT_EQ(QMFormatter::dateForExifDateString("garbage"), std::nullopt);
+}
+
+TEST(QMFormatterDatesTest, StorageTextsRoundTripInTheCurrentZone) {
+  {
+    const ScopedTimeZone kolkata("Asia/Kolkata");
+    const std::string text = QMFormatter::dateToStorageString(kMarch5th2024);
+    EXPECT_EQ(QMFormatter::dateFromStorageString(text), Date::fromUnixSeconds(1709647620.0));
+  }
+  EXPECT_EQ(QMFormatter::dateToStorageString(kMarch5th2024), "2024-03-05 14:07 UTC");
+  EXPECT_EQ(QMFormatter::dateFromStorageString("2024-03-05"), std::nullopt);
+}
+
+TEST(QMFormatterDatesTest, UserInterfaceTextsInTheCurrentLocaleAndZone) {
+  const struct {
+    const char* locale;
+    const char* zone;
+    std::string (*format)(Date);
+    const char* expected;
+  } cases[] = {
+      {"de_DE", "UTC", QMFormatter::dateToShortUIString, "05-März"},
+      {"en_US", "Asia/Tokyo", QMFormatter::timeToShortUIString, "23:07"},
+      {"en_US", "UTC", QMFormatter::timeToUIString, "14:07"},
+      {"en_US", "UTC", QMFormatter::datetimeToShortUIString, "05-Mar-24, 14:07"},
+      {"de_DE", "UTC", QMFormatter::dateToShortDayNameUIString, "Dienstag, März 5 2024, 14:07"},
+      // A pattern of the locale's own.
+      {"en_US", "UTC", QMFormatter::datetimeToddMMMyy_HHcmm, "05Mar24 14:07"},
+      {"de_DE", "UTC", QMFormatter::datetimeToddMMMyy_HHcmm, "05.03.24 14:07"},
+      {"en_US", "UTC", QMFormatter::datetimeSecondsToShortUIString2, "05-Mar-24 14:07:09"},
+      // The pattern's unquoted "T" is not a pattern letter: ICU makes no text of it.
+      {"en_US", "UTC", QMFormatter::dateToUTCString, ""},
+  };
+  for (const auto& c : cases) {
+    const ScopedLocale locale(c.locale);
+    const ScopedTimeZone zone(c.zone);
+    EXPECT_EQ(c.format(kMarch5th2024), c.expected) << c.locale << " " << c.expected;
+  }
+  EXPECT_EQ(QMFormatter::dateStringWithPattern(std::nullopt, kMarch5th2024), "");
+  EXPECT_EQ(QMFormatter::dateStringWithPattern("yyyy/MM", kMarch5th2024), "2024/03");
+}
+
+TEST(QMFormatterTimeSpansTest, ClockTextsTruncateAndCarryTheSign) {
+  const struct {
+    double ticks;
+    const char* hms;
+  } cases[] = {{59.9, "00:00:59"},
+               {-0.5, "-00:00:00"},
+               {-3661, "-01:01:01"},
+               {360000, "100:00:00"},
+               {std::nan(""), "00:00:00"}};
+  for (const auto& c : cases) EXPECT_EQ(QMFormatter::hmsTextForTicks(c.ticks), c.hms) << c.ticks;
+  // The other clock forms share the truncation and the sign.
+  EXPECT_EQ(QMFormatter::timeAnnouncementTextForTicks(-3661.9), "-01:01:01");
+  EXPECT_EQ(QMFormatter::hmTextForTicks(-3661.9), "-01:01");
+  EXPECT_EQ(QMFormatter::timeTitleTextForTicks(-3661.9), "-01h01m01s");
+  const struct {
+    double ticks;
+    const char* expected;
+  } skipHours[] = {{59.9, "00:59"}, {3700, "61:40"}, {360000, "6000:00"}, {-61, "-1:-1"}};
+  for (const auto& c : skipHours) {
+    EXPECT_EQ(QMFormatter::textForTicksSkipHours(c.ticks), c.expected) << c.ticks;
+  }
+}
+
+TEST(QMFormatterTimeSpansTest, SpansBeyondTheIntRangeDoNotCrash) {
+  for (const double ticks : {1e300, -1e300, std::numeric_limits<double>::infinity()}) {
+    EXPECT_FALSE(QMFormatter::hmsTextForTicks(ticks).empty());
+    EXPECT_FALSE(QMFormatter::textPerTicks(ticks).empty());
+    EXPECT_FALSE(QMFormatter::textForTicksSkipHours(ticks).empty());
+    EXPECT_FALSE(QMFormatter::timeAnnouncementTextForTicks2(ticks).empty());
+  }
+}
+
+TEST(QMFormatterTimeSpansTest, DaysAfterTheClockAndSpelledOutSpans) {
+  const struct {
+    double ticks;
+    const char* perTicks;
+    const char* announcement;
+  } cases[] = {
+      {86399, "23:59:59", "23 hours, 59 minutes, 59 seconds"},
+      {86400, "00:00:00, 1 day", "24 hours"},
+      {2 * kDay + 3903, "01:05:03, 2 days", "49 hours, 5 minutes, 3 seconds"},
+      {0.5, "00:00:00", "0 seconds"},
+      {-61, "00:-1:-1", "-1 minute, 1 second"},  // no absolute value is taken
+  };
+  const ScopedLocale english("en_US");
+  for (const auto& c : cases) {
+    EXPECT_EQ(QMFormatter::textPerTicks(c.ticks), c.perTicks) << c.ticks;
+    EXPECT_EQ(QMFormatter::timeAnnouncementTextForTicks2(c.ticks), c.announcement) << c.ticks;
+  }
+}
+
+TEST(QMFormatterTextTest, UrlEncodeKeepsOnlyQueryCharacters) {
+  EXPECT_EQ(QMFormatter::urlEncode("a b=x&y=1/2?z:@-._~!$'()*+,;"),
+            "a%20b=x&y=1/2?z:@-._~!$'()*+,;");
+  EXPECT_EQ(QMFormatter::urlEncode("#[]%\"<>\\^`{|}\n"),
+            "%23%5B%5D%25%22%3C%3E%5C%5E%60%7B%7C%7D%0A");
+  EXPECT_EQ(QMFormatter::urlEncode("Grüße"), "Gr%C3%BC%C3%9Fe");
+}
+
+TEST(QMFormatterTextTest, UuidsAreRandomVersion4InCanonicalUpperCase) {
+  const std::regex canonical("[0-9A-F]{8}-[0-9A-F]{4}-4[0-9A-F]{3}-[89AB][0-9A-F]{3}-[0-9A-F]{12}");
+  std::set<std::string> seen;
+  for (int i = 0; i < 200; ++i) {
+    const std::string uuid = QMFormatter::stringWithUUID();
+    EXPECT_TRUE(std::regex_match(uuid, canonical)) << uuid;
+    seen.insert(uuid);
+  }
+  EXPECT_EQ(seen.size(), 200u);
+}
+
+TEST(QMFormatterTextTest, BooleansAndParameters) {
+  EXPECT_EQ(QMFormatter::stringWithBool(true), "true");
+  EXPECT_EQ(QMFormatter::stringWithBool(false), "false");
+  EXPECT_FALSE(QMFormatter::boolWithString("True"));
+  EXPECT_TRUE(QMFormatter::boolWithString("true"));
+
+  const QMFormatter::Parameters parameters = {
+      {"on", "yes"},   {"shout", "YES"},       {"n", "42"}, {"neg", " -7x"},
+      {"word", "abc"}, {"big", "99999999999"}, {"", "yes"},
+  };
+  const struct {
+    std::optional<std::string_view> key;
+    bool flag;
+    int number;  // with default 5
+  } cases[] = {
+      {"on", true, 0},       {"shout", false, 0},      {"n", false, 42},
+      {"neg", false, -7},    {"word", false, 0},       {"big", false, INT_MAX},
+      {"missing", false, 5}, {std::nullopt, false, 5}, {"", true, 0},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(QMFormatter::boolParameter(c.key, parameters), c.flag) << c.key.value_or("nil");
+    EXPECT_EQ(QMFormatter::intParameter(c.key, parameters, 5), c.number) << c.key.value_or("nil");
+  }
+}
+
+// Texts that may be absent: an absent text stays absent.
+TEST(QMFormatterTextTest, TextTransforms) {
+  using Transform = OptionalText (*)(std::optional<std::string_view>);
+  const Transform trim = &QMFormatter::stringByTrimmingSpaces;
+  const Transform unlink = &QMFormatter::stringByRemovingHttpLinksFromString;
+  const Transform breaks = &QMFormatter::changeLinebreaksToHtmlBreaks;
+  const Transform vertical = &QMFormatter::verticalStringFor2;
+  const struct {
+    Transform transform;
+    std::optional<std::string_view> text;
+    OptionalText expected;
+  } cases[] = {
+      {trim, std::nullopt, std::nullopt},
+      {trim, " \ta\n ", "\ta\n"},  // blanks only
+      {trim, "   ", ""},
+      {unlink, std::nullopt, std::nullopt},
+      {unlink, "see https://example.com/a?b=1&c=2 now", "see  now"},
+      {unlink, "HTTP://EXAMPLE.COM/X and http://a.b", " and "},  // any case, any number
+      {unlink, "end at http://a.com/x.", "end at ."},            // a link does not end on "."
+      {unlink, "nohttp://example.com", "nohttp://example.com"},  // not at a word start
+      {unlink, "(http://a.b/c)", "()"},
+      {breaks, std::nullopt, std::nullopt},
+      {breaks, "a\nb\r\n", "a<br/>b\r<br/>"},
+      // User-perceived characters stay together.
+      {vertical, std::nullopt, std::nullopt},
+      {vertical, "e\u0301\U0001F1EF\U0001F1F5!", "e\u0301\n\U0001F1EF\U0001F1F5\n!\n"},
+      {&QMFormatter::verticalStringFor, "ab", "a\nb\n"},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(c.transform(c.text), c.expected) << c.text.value_or("(absent)");
+  }
+  EXPECT_EQ(QMFormatter::escapeJsonValue(R"(a"b\)"), R"(a\"b\\)");
+  EXPECT_EQ(QMFormatter::escapeJsonValue(R"(\")"), R"(\\\")");  // backslashes first
+  EXPECT_EQ(QMFormatter::escapeJsonValue("$1.*"), "$1.*");
+}
+
+TEST(QMFormatterTextTest, AddressLinesGetTheSeparatorOnlyBetweenTwoLines) {
+  EXPECT_EQ(QMFormatter::stringForAddressLine1("Main St 1", "Springfield", ", "),
+            "Main St 1, Springfield");
+  EXPECT_EQ(QMFormatter::stringForAddressLine1(std::nullopt, "Springfield", ", "), "Springfield");
+  EXPECT_EQ(QMFormatter::stringForAddressLine1("", "", ", "), ", ");  // present though empty
+}
+
+TEST(QMFormatterTextTest, ParseLimitTakesTheNumberAfterTheFirstAt) {
+  const struct {
+    std::optional<std::string_view> text;
+    double expected;
+  } cases[] = {
+      {std::nullopt, -1.0}, {"", -1.0},      {"speed", -1.0}, {"speed@120", 120.0}, {"x@", 0.0},
+      {"a@1@2", 1.0},       {"@12.5", 12.0}, {"a@b7", 0.0},   {"@007", 7.0},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(QMFormatter::parseLimitFromString(c.text), c.expected) << c.text.value_or("nil");
+  }
+}
+
+TEST(QMFormatterTextTest, FileSizeOfAPath) {
+  const std::filesystem::path folder = std::filesystem::temp_directory_path() /
+                                       ("qmformatter-test-" + QMFormatter::stringWithUUID());
+  std::filesystem::create_directories(folder);
+  const std::filesystem::path file = folder / "data.bin";
+  std::ofstream(file, std::ios::binary) << std::string(2048, 'x');
+  EXPECT_EQ(QMFormatter::stringSizeForFilePath(file.string()), "2 KB");
+  EXPECT_EQ(QMFormatter::stringSizeForFilePath((folder / "missing").string()), "--");
+  EXPECT_EQ(QMFormatter::stringSizeForFilePath(folder.string()), "--");
+  std::filesystem::remove_all(folder);
+}
+
+}  // namespace
+}  // namespace qm
