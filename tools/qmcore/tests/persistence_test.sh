@@ -19,7 +19,6 @@ sqlite3 "$QM_SETTINGS_PATH" "UPDATE settings SET value = '{\"start\":1,\"step\":
   WHERE key = 'QMSequenceStorageBaseKey_inv'"
 expect_line $'value: 1\nstored: yes' -- sequence show inv
 expect_fail 2 "go with save only" -- sequence show inv --value 3
-expect_fail 2 "ACTION" -- sequence grow inv
 
 # The sanitiser: clusters, not bytes; the cut after filtering.
 expect_json '{"text": " a"}' -- --json sanitize $'e\xcc\x81 abc' --max 2

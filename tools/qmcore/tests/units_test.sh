@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# qmcore units and convert, and what every command shares: the --json and --locale flags.
+# qmcore units, convert and strings, and what every command shares: the --json and --locale flags.
 source "$(dirname "$0")/lib.sh" "$@"
 
 expect_fail 2 "A subcommand is required" -- no-such-command
@@ -21,8 +21,19 @@ expect_json '{"value": 36.6, "from": ".temperature-c", "to": ".temperature-f", "
   convert 36.6 °C °F --json
 
 expect_fail 2 "value is not a number: 'x'" -- --json convert x m km
-expect_fail 2 "unknown unit '.length-parsec'" -- convert 1 m .length-parsec
 expect_fail 2 "not units of one kind" -- convert 1 .length-foot .distance-meter
 expect_fail 2 "unknown kind 'volume' (one of length," -- units volume
+
+# strings: a complete table lacks no key, whichever region names the language.
+run_tool strings --missing --locale fr_CA
+check "fr_CA lacks keys" test "$status" = 0 -a ! -s "$work/out"
+# A language without a table lacks every key, and shows the English texts meanwhile.
+expect_line $'Feet\tFeet' -- strings --locale it_IT
+keys=$(wc -l <"$work/out")
+expect_line "Feet" -- strings --missing --locale it_IT
+check "it_IT lacks $(wc -l <"$work/out") of the $keys keys" test "$(wc -l <"$work/out")" = "$keys"
+
+expect_json '{"key": "Feet", "text": "Fuß"}' -- --json strings --locale de_AT
+expect_fail 2 "--missing" -- strings --missing=maybe
 
 finish
