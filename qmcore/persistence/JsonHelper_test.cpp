@@ -5,14 +5,17 @@
 
 #include <map>
 #include <string>
+#include <tuple>
 #include <vector>
 
+#include "qmcore/persistence/AutoIncrementSequence.hpp"
 #include "qmcore/persistence/DecodableDefault.hpp"
 #include "qmcore/persistence/JsonDebugDescriptable.hpp"
 #include "qmcore/persistence/NullCodable.hpp"
 #include "qmcore/persistence/internal/DebugLogCapture.hpp"
 #include "qmcore/testing/FakeEnv.hpp"
 #include "qmcore/testing/FileTesting.hpp"
+#include "qmcore/testing/ScopedLocale.hpp"
 
 namespace qm {
 namespace {
@@ -23,49 +26,43 @@ using ::testing::StartsWith;
 
 struct Leg {
   double distance = 0;
+  bool operator==(const Leg&) const = default;
 };
 void to_json(nlohmann::json& j, const Leg& leg) { j = {{"distance", leg.distance}}; }
 void from_json(const nlohmann::json& j, Leg& leg) { decodeField(j, "distance", leg.distance); }
 
+// The field wrappers come first, so that the other fields' errors show with a null note alone;
+// none holds its default here.
 struct Trip : JsonDebugDescriptable<Trip> {
+  NullCodable<std::string> note{"n"};
+  DecodableDefault::True shown{false};
+  DecodableDefault::Zero views{7};
+  DecodableDefault::EmptyList<std::vector<std::int64_t>> tags{{1, 2}};
+  DecodableDefault::EmptyMap<std::map<std::string, std::string>> extra{{{"k", "v"}}};
   std::string name = "a/b";
   Date start = Date::fromReferenceDateSeconds(10);
   std::int64_t stops = 3;
   Leg leg{1.5};
   bool operator==(const Trip& o) const {
-    return name == o.name && start == o.start && stops == o.stops && leg.distance == o.leg.distance;
+    return std::tie(note, shown, views, tags, extra, name, start, stops, leg) ==
+           std::tie(o.note, o.shown, o.views, o.tags, o.extra, o.name, o.start, o.stops, o.leg);
   }
 };
 void to_json(nlohmann::json& j, const Trip& t) {
-  j = {{"name", t.name}, {"start", t.start}, {"stops", t.stops}, {"leg", t.leg}};
+  j = {{"note", t.note},   {"shown", t.shown}, {"views", t.views},
+       {"tags", t.tags},   {"extra", t.extra}, {"name", t.name},
+       {"start", t.start}, {"stops", t.stops}, {"leg", t.leg}};
 }
 void from_json(const nlohmann::json& j, Trip& t) {
+  decodeField(j, "note", t.note);
+  decodeField(j, "shown", t.shown);
+  decodeField(j, "views", t.views);
+  decodeField(j, "tags", t.tags);
+  decodeField(j, "extra", t.extra);
   decodeField(j, "name", t.name);
   decodeField(j, "start", t.start);
   decodeField(j, "stops", t.stops);
   decodeField(j, "leg", t.leg);
-}
-
-struct Note {
-  NullCodable<std::string> title;
-  DecodableDefault::True shown;
-  DecodableDefault::Zero views;
-  DecodableDefault::EmptyList<std::vector<std::int64_t>> tags;
-  DecodableDefault::EmptyMap<std::map<std::string, std::string>> extra;
-};
-void to_json(nlohmann::json& j, const Note& n) {
-  j = {{"title", n.title},
-       {"shown", n.shown},
-       {"views", n.views},
-       {"tags", n.tags},
-       {"extra", n.extra}};
-}
-void from_json(const nlohmann::json& j, Note& n) {
-  decodeField(j, "title", n.title);
-  decodeField(j, "shown", n.shown);
-  decodeField(j, "views", n.views);
-  decodeField(j, "tags", n.tags);
-  decodeField(j, "extra", n.extra);
 }
 
 }  // namespace
@@ -74,17 +71,12 @@ template <>
 struct JsonTypeName<Trip> {
   static constexpr std::string_view value = "Trip";
 };
-template <>
-struct JsonTypeName<Note> {
-  static constexpr std::string_view value = "Note";
-};
 
 namespace {
 
-// The log form of the error that decoding `text` as T gives; empty when it decodes.
-template <typename T>
+// The log form of the error that decoding `text` gives; empty when it decodes.
 std::string decodingError(std::string_view text) {
-  const auto result = JsonHelper::objectResultFromJsonString<T>(text);
+  const auto result = JsonHelper::objectResultFromJsonString<Trip>(text);
   return result && result->index() == 1 ? std::get<1>(*result).description() : "";
 }
 
@@ -156,39 +148,37 @@ TEST(JsonHelperTest, IsoDateTextsFollowTheCalendarAndZones) {
 }
 
 TEST(JsonHelperTest, ReadableDecodingErrorsNameTheKeyTypeAndPath) {
-  EXPECT_EQ(decodingError<Trip>(R"({"name":"x","start":0,"stops":1,"leg":{}})"),
+  EXPECT_EQ(decodingError(R"({"note":null,"name":"x","start":0,"stops":1,"leg":{}})"),
             "Error Domain=com.quillmark.account Code=1006 \"Type: Trip, Key 'distance' not "
             "found: No value associated with key \"distance\"., codingPath: [leg]\"");
   const struct {
-    std::string (*decode)(std::string_view);
     const char* text;
     const char* what;
     const char* path;
   } cases[] = {
-      {decodingError<Trip>, R"({"name":null})", "Value 'String' not found", "[name]"},
-      {decodingError<Trip>, R"({"name":"x","start":0,"stops":"1"})", "'Int' mismatch", "[stops]"},
-      {decodingError<Trip>, R"({"name":"x","start":0,"stops":1.5})", "'Int' mismatch", "[stops]"},
-      {decodingError<Trip>, R"({"name":"x","start":0,"stops":1,"leg":{"distance":[]}})",
-       "'Double' mismatch", "[leg, distance]"},
-      {decodingError<Trip>, R"([1, 2])", "'Dictionary' mismatch", "[]"},
+      {R"({"note":null,"name":null})", "Value 'String' not found", "[name]"},
+      {R"({"note":null,"name":"x","start":0,"stops":"1"})", "'Int' mismatch", "[stops]"},
+      {R"({"note":null,"name":"x","start":0,"stops":1.5})", "'Int' mismatch", "[stops]"},
+      {R"([1, 2])", "'Dictionary' mismatch", "[]"},
+      {R"({"note":null,"name":"x","start":0,"stops":1,"leg":{"distance":[]}})", "'Double' mismatch",
+       "[leg, distance]"},
       // The key of a NullCodable is required; the defaults take only values of their type, in
       // lists and maps too.
-      {decodingError<Note>, R"({})", "Key 'title' not found", "[]"},
-      {decodingError<Note>, R"({"title":null,"views":"7"})", "'Int' mismatch", "[views]"},
-      {decodingError<Note>, R"({"title":null,"tags":[1,5e99]})", "'Int' mismatch",
-       "[tags, Index 1]"},
-      {decodingError<Note>, R"({"title":null,"tags":[true]})", "'Int' mismatch", "[tags, Index 0]"},
-      {decodingError<Note>, R"({"title":null,"tags":{"a":1}})", "'Array' mismatch", "[tags]"},
-      {decodingError<Note>, R"({"title":null,"extra":{"k":1}})", "'String' mismatch", "[extra, k]"},
+      {R"({})", "Key 'note' not found", "[]"},
+      {R"({"note":null,"views":"7"})", "'Int' mismatch", "[views]"},
+      {R"({"note":null,"tags":[1,5e99]})", "'Int' mismatch", "[tags, Index 1]"},
+      {R"({"note":null,"tags":[true]})", "'Int' mismatch", "[tags, Index 0]"},
+      {R"({"note":null,"tags":{"a":1}})", "'Array' mismatch", "[tags]"},
+      {R"({"note":null,"extra":{"k":1}})", "'String' mismatch", "[extra, k]"},
   };
   for (const auto& c : cases) {
-    const std::string error = c.decode(c.text);
+    const std::string error = decodingError(c.text);
     EXPECT_THAT(error, HasSubstr(c.what)) << c.text;
     EXPECT_THAT(error, EndsWith(std::string("codingPath: ") + c.path + "\"")) << c.text;
   }
   // Not JSON; the last two hold numbers beyond the double range.
-  for (const char* text : {"{\"name\":", "1E400", R"({"name":"x","start":-1e999})"}) {
-    EXPECT_THAT(decodingError<Trip>(text), StartsWith("Error Domain=NSCocoaErrorDomain Code=4864"))
+  for (const char* text : {"{\"note\":", "1E400", R"({"note":null,"name":"x","start":-1e999})"}) {
+    EXPECT_THAT(decodingError(text), StartsWith("Error Domain=NSCocoaErrorDomain Code=4864"))
         << text;
   }
 }
@@ -198,14 +188,13 @@ TEST(JsonHelperTest, EncodingFailuresAreAbsentAndLoggedExceptByThePlainEncoder) 
   trip.name = "bad \xff utf-8";
   internal::ScopedLogCapture log;
   EXPECT_EQ(JsonHelper::jsonStringFromObject(trip), std::nullopt);
-  EXPECT_EQ(log.lines().size(), 0u);
   EXPECT_EQ(JsonHelper::compactJsonStringFromObject(trip), std::nullopt);
   EXPECT_EQ(JsonHelper::prettyJsonStringFromObject(trip), std::nullopt);
   EXPECT_EQ(JsonHelper::prettyOrderedByKeyJsonStringFromObject(trip), std::nullopt);
   EXPECT_EQ(JsonHelper::cloneViaJson(trip), std::nullopt);
   EXPECT_THAT(trip.description(), StartsWith("json error: "));
   if (!kQMEnableDebugLog) return;
-  ASSERT_EQ(log.lines().size(), 3u);
+  ASSERT_EQ(log.lines().size(), 3u);  // none from the plain encoder, alone or inside the clone
   EXPECT_THAT(log.lines()[2], StartsWith("[JSON] Error while pretty encoding object, error: "));
 }
 
@@ -246,22 +235,81 @@ TEST(JsonHelperTest, ConvertToDictionaryTakesObjectsOnly) {
 }
 
 TEST(JsonHelperTest, NullAndMissingFieldsReadAsTheDefaultAndNullCodableAnythingElseToo) {
-  EXPECT_EQ(nlohmann::json(Note())["title"], nullptr);
-  const std::optional<Note> empty =
-      JsonHelper::objectFromJsonString<Note>(R"({"title":5,"shown":null,"tags":null})");
-  ASSERT_TRUE(empty);
-  EXPECT_EQ(empty->title.wrappedValue, std::nullopt);
-  EXPECT_TRUE(empty->shown.wrappedValue);
-  EXPECT_EQ(empty->views.wrappedValue, 0);
-  EXPECT_TRUE(empty->tags.wrappedValue.empty());
-  EXPECT_TRUE(empty->extra.wrappedValue.empty());
-  const std::optional<Note> given = JsonHelper::objectFromJsonString<Note>(
-      R"({"title":"t","shown":false,"tags":[1,2],"extra":{"k":"v"}})");
-  ASSERT_TRUE(given);
-  EXPECT_EQ(given->title.wrappedValue, "t");
-  EXPECT_FALSE(given->shown.wrappedValue);
-  EXPECT_EQ(given->tags.wrappedValue, (std::vector<std::int64_t>{1, 2}));
-  EXPECT_EQ(given->extra.wrappedValue.at("k"), "v");
+  Trip given;
+  given.note.wrappedValue.reset();
+  nlohmann::json json = given;
+  EXPECT_EQ(json["note"], nullptr);
+  json.update({{"note", 5}, {"shown", nullptr}, {"tags", nullptr}});
+  json.erase("views");
+  json.erase("extra");
+  const std::optional<Trip> trip = JsonHelper::objectFromJsonString<Trip>(json.dump());
+  ASSERT_TRUE(trip);
+  EXPECT_EQ(trip->note.wrappedValue, std::nullopt);
+  EXPECT_TRUE(trip->shown.wrappedValue);
+  EXPECT_EQ(trip->views.wrappedValue, 0);
+  EXPECT_TRUE(trip->tags.wrappedValue.empty());
+  EXPECT_TRUE(trip->extra.wrappedValue.empty());
+}
+
+class AutoIncrementSequenceTest : public ::testing::Test {
+ protected:
+  ::qm::testing::FakeEnv env_;
+  std::shared_ptr<SettingsStore> store_ = env_.standardSettings();
+};
+
+TEST_F(AutoIncrementSequenceTest, SavedRecordsAreJsonUnderTheVerbatimCodeKeyAndResetToTheStart) {
+  AutoIncrementSequence::resetSequenceWithCode(env_, "a b/c");  // nothing stored: nothing written
+  EXPECT_TRUE(store_->dictionaryRepresentation().empty());
+  EXPECT_EQ(AutoIncrementSequence::sequenceForCode(env_, "a b/c"),
+            (AutoIncrementSequence{1, 1, 0, "a b/c", 1}));
+  const AutoIncrementSequence s{5, 2, 3, "a b/c", 42};
+  AutoIncrementSequence::saveSequence(env_, s);
+  EXPECT_EQ(store_->stringForKey("QMSequenceStorageBaseKey_a b/c"),
+            R"({"code":"a b/c","leadingZeroes":3,"start":5,"step":2,"value":42})");
+  EXPECT_EQ(AutoIncrementSequence::sequenceForCode(env_, "a b/c"), s);
+  AutoIncrementSequence::resetSequenceWithCode(env_, "a b/c");
+  EXPECT_EQ(AutoIncrementSequence::sequenceForCode(env_, "a b/c").value, 5);
+
+  // The stored code wins over the requested one, and a reset saves under it.
+  store_->setObject("QMSequenceStorageBaseKey_x",
+                    R"({"start":1,"step":1,"leadingZeroes":0,"code":"other","value":9})");
+  EXPECT_EQ(AutoIncrementSequence::sequenceForCode(env_, "x").code, "other");
+  AutoIncrementSequence::resetSequenceWithCode(env_, "x");
+  EXPECT_EQ(AutoIncrementSequence::sequenceForCode(env_, "other").value, 1);
+}
+
+TEST_F(AutoIncrementSequenceTest, UnreadableRecordsGiveTheDefaultWithOneLogLineAndStay) {
+  const struct {
+    const char* name;
+    SettingsValue stored;
+  } cases[] = {
+      {"no leadingZeroes", R"({"start":1,"step":1,"code":"c","value":3})"},
+      {"not JSON", "{"},
+      {"a number", SettingsValue(12)},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.name);
+    store_->setObject("QMSequenceStorageBaseKey_c", c.stored);
+    internal::ScopedLogCapture log;
+    EXPECT_EQ(AutoIncrementSequence::sequenceForCode(env_, "c"),
+              AutoIncrementSequence::defaultSequence("c"));
+    AutoIncrementSequence::resetSequenceWithCode(env_, "c");
+    EXPECT_EQ(store_->objectForKey("QMSequenceStorageBaseKey_c"), c.stored);
+    if (!kQMEnableDebugLog) continue;
+    ASSERT_EQ(log.lines().size(), 2u);  // one per read
+    EXPECT_THAT(log.lines()[0], StartsWith("Error on decoding from json "));
+    EXPECT_THAT(log.lines()[0], EndsWith(", target type: AutoIncrementSequence"));
+  }
+}
+
+TEST_F(AutoIncrementSequenceTest, FormattedValuesPadWithoutGroupingInTheTableWords) {
+  const ::qm::testing::ScopedLocale locale("de_DE");
+  AutoIncrementSequence s{1000, 25, 5, "d", 1234};
+  EXPECT_EQ(s.localizedDescription(), "Wert: 01234 (Start: 1000, Schritt: 25)");
+  s.leadingZeroes = -2;  // no padding
+  EXPECT_EQ(s.formattedValue(), "1234");
+  s.leadingZeroes = 3;  // a minimum, not a maximum
+  EXPECT_EQ(s.formattedValue(), "1234");
 }
 
 }  // namespace

@@ -2,12 +2,12 @@
 
 #include <gtest/gtest.h>
 
-#include <atomic>
+#include <clocale>
 #include <limits>
 #include <memory>
 #include <string>
 
-#include "qmcore/persistence/QMCoreResource.hpp"
+#include "qmcore/persistence/ColorPersistance.hpp"
 #include "qmcore/testing/FakeEnv.hpp"
 
 namespace qm {
@@ -38,7 +38,7 @@ class CountingStore final : public SettingsStore {
   SettingsValue::Dictionary dictionaryRepresentation() const override {
     return store_->dictionaryRepresentation();
   }
-  std::atomic<int> synchronizations = 0;
+  int synchronizations = 0;
 
  private:
   std::shared_ptr<SettingsStore> store_;
@@ -68,7 +68,6 @@ TEST_F(UserDefaultsBackedTest, AStoredValueOfAnotherKindReadsAsTheDefaultAndStay
       {"double 0.1 (not a float)", SettingsValue(0.1), false, false, true, false, {}},
       {"bool", SettingsValue(false), true, true, true, false, false},
       {"number text", SettingsValue("7"), false, false, false, true, {}},
-      {"bytes", SettingsValue(SettingsValue::Bytes{1}), false, false, false, false, {}},
       {"double 2^63", SettingsValue(9223372036854775808.0), false, true, true, false, {}},
       // Integers are compared as integers: widened to a double first, these would pass.
       {"integer 2^24+1 (not a float)", SettingsValue(16777217), true, false, true, false, {}},
@@ -112,24 +111,22 @@ TEST_F(UserDefaultsBackedTest, AStoredValueOfAnotherKindReadsAsTheDefaultAndStay
 }
 
 TEST_F(UserDefaultsBackedTest, ThePresenceTestAsksTheStandardStore) {
+  const UserDefaultsBackedInt number(1, "k", namedDefaults_);
+  const UserDefaultsBackedEnum<Mode> mode(Mode::kOff, "k", namedDefaults_);
   named_->setObject("k", SettingsValue(5));
-  EXPECT_EQ(UserDefaultsBackedInt(1, "k", namedDefaults_).wrappedValue(), 1);
-  EXPECT_EQ(UserDefaultsBackedEnum<Mode>(Mode::kOff, "k", namedDefaults_).wrappedValue(),
-            Mode::kOff);
+  EXPECT_EQ(number.wrappedValue(), 1);
+  EXPECT_EQ(mode.wrappedValue(), Mode::kOff);
   EXPECT_EQ(namedDefaults_.nullableDouble("k", std::nullopt), std::nullopt);
-
   // Once the standard store has the key (whatever its value), the named store's value is read.
   standard_->setObject("k", SettingsValue("anything"));
-  EXPECT_EQ(UserDefaultsBackedInt(1, "k", namedDefaults_).wrappedValue(), 5);
-  EXPECT_EQ(UserDefaultsBackedEnum<Mode>(Mode::kOff, "k", namedDefaults_).wrappedValue(),
-            Mode::kAuto);
+  EXPECT_EQ(number.wrappedValue(), 5);
+  EXPECT_EQ(mode.wrappedValue(), Mode::kAuto);
   EXPECT_EQ(namedDefaults_.integerForKey("k", 3), 5);
   EXPECT_EQ(namedDefaults_.doubleForKey("k", 3), 5.0);
   EXPECT_EQ(namedDefaults_.boolForKey("k", false), true);
   EXPECT_EQ(namedDefaults_.nullableDouble("k", std::nullopt), 5.0);
-  // A raw value that names no case reads as the default.
-  named_->setObject("k", SettingsValue(99));
-  EXPECT_EQ(UserDefaultsBackedEnum<Mode>(Mode::kOn, "k", namedDefaults_).wrappedValue(), Mode::kOn);
+  named_->setObject("k", SettingsValue(99));  // a raw value that names no case
+  EXPECT_EQ(mode.wrappedValue(), Mode::kOff);
 }
 
 TEST_F(UserDefaultsBackedTest, AnOverrideWinsThenAConverterDecidesWithoutThePresenceTest) {
@@ -197,11 +194,50 @@ TEST_F(UserDefaultsBackedTest, ADamagedColourTextStopsTheProgram) {
   EXPECT_DEATH(colour.wrappedValue(), "stored colour");
 }
 
-TEST(QMCoreResourceTest, TheDayButtonColourIndexLivesInTheStandardStore) {
-  ::qm::testing::FakeEnv env;
-  QMCoreResource(env).dayButtonColorIndex.setWrappedValue(3);
-  EXPECT_EQ(env.standardSettings()->integerForKey("QMCoreResourceDayButtonColorIndex"), 3);
-  EXPECT_EQ(QMCoreResource(env).dayButtonColorIndex.wrappedValue(), 3);
+TEST(ColorPersistanceTest, ReadsTextsOfFourPiecesAndGivesBlackForEveryOtherShape) {
+  constexpr float kInf = std::numeric_limits<float>::infinity();
+  const struct {
+    const char* text;
+    Color color;
+  } cases[] = {
+      {"  {0.5, 0.25, 0.125, 1}\n", Color::rgba(0.5, 0.25, 0.125, 1)},
+      // Lenient numbers: the longest numeric prefix, 0 without one, no clamping.
+      {"{ 0.5x, -0.25, +2, .5}", Color::rgba(0.5, -0.25, 2, 0.5)},
+      {"{inf, nan, 5e-1, 1}", Color::rgba(0, 0, 0.5, 1)},
+      {"{1e39, -1e39, 1e-50, }", Color::rgba(kInf, -kInf, 0, 0)},
+      // The separator is exactly ", ".
+      {"{0.5,0.25,0.125,1}", Color::black()},
+      {"{0.5, 0.25, 0.125}", Color::black()},
+      {"{0.5, 0.25, 0.125, 1, 1}", Color::black()},
+      {"{0.5, 0.25, 0.125, 1", Color::black()},
+      {"0.5, 0.25, 0.125, 1}", Color::black()},
+      {"", Color::black()},
+  };
+  for (const auto& c : cases) EXPECT_EQ(colorWithString(c.text), c.color) << c.text;
+  // Each piece is read as a 32-bit float.
+  EXPECT_EQ(colorWithString("{0.1, 0, 0, 1}").components()[0], static_cast<double>(0.1f));
+  EXPECT_TRUE(canProvideRGBComponents(Color::black()));
+  const Color cmyk(ColorSpaceModel::kCMYK, {0.1, 0.2, 0.3, 0.4, 0.9});
+  EXPECT_FALSE(canProvideRGBComponents(cmyk));
+}
+
+TEST(ColorPersistanceTest, WritesThreeDecimalsRoundedAndAlphaFromTheLastComponent) {
+  EXPECT_EQ(stringFromColor(Color::rgba(0.12345, 0.9996, 0.0004, 0.5)),
+            "{0.123, 1.000, 0.000, 0.500}");
+  // A grey repeats itself in the colour places; of four colour components (CMYK) the first three
+  // are written; alpha comes last.
+  EXPECT_EQ(stringFromColor(Color::white(0.25, 0.75)), "{0.250, 0.250, 0.250, 0.750}");
+  EXPECT_EQ(stringFromColor(Color(ColorSpaceModel::kCMYK, {0.1, 0.2, 0.3, 0.4, 0.9})),
+            "{0.100, 0.200, 0.300, 0.900}");
+  EXPECT_EQ(stringFromColor(Color(ColorSpaceModel::kPattern, {})), "{0.000, 0.000, 0.000, 0.000}");
+}
+
+TEST(ColorPersistanceTest, TextsAreTheSameUnderADecimalCommaLocale) {
+  const std::string saved = std::setlocale(LC_NUMERIC, nullptr);
+  if (std::setlocale(LC_NUMERIC, "de_DE.UTF-8") == nullptr) GTEST_SKIP() << "no de_DE locale";
+  EXPECT_EQ(stringFromColor(Color::rgba(0.5, 0.25, 0, 1)), "{0.500, 0.250, 0.000, 1.000}");
+  EXPECT_FLOAT_EQ(colorWithString("{0.5, 0, 0, 1}").components()[0], 0.5);
+  std::setlocale(LC_NUMERIC, saved.c_str());
 }
 
 }  // namespace
