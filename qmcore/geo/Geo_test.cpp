@@ -181,15 +181,9 @@ TEST(MKCoordinateRegionTest, FitsTracks) {
     MKCoordinateRegion expected;
   } cases[] = {
       {"one point gets the fixed span", {{47.5, 8.25}}, {{47.5, 8.25}, {1.0, 1.01}}},
-      {"crossing the 180th meridian: centre 180 stays 180",
-       {{0, 179}, {0, -179}},
-       {{0, 180}, {0, 2}}},
-      {"crossing east of centre: shifted centre beyond 180 comes back",
-       {{-10, 170}, {10, -150}},
-       {{0, -170}, {20, 40}}},
-      {"all negative longitudes: both candidates agree, the plain one wins",
-       {{1, -20}, {3, -10}},
-       {{2, -15}, {2, 10}}},
+      {"across 180: a centre of 180 stays", {{0, 179}, {0, -179}}, {{0, 180}, {0, 2}}},
+      {"across 180: a centre beyond comes back", {{-10, 170}, {10, -150}}, {{0, -170}, {20, 40}}},
+      {"all west: of two equal boxes the plain one", {{1, -20}, {3, -10}}, {{2, -15}, {2, 10}}},
       {"tie across the meridian at 180 wide", {{0, -90}, {0, 90}}, {{0, 0}, {0, 180}}},
       {"no margin: the box of the points", {{10, 10}, {12, 11}, {11, 14}}, {{11, 12}, {2, 4}}},
       {"minus zero is not negative", {{0, -0.0}, {0, 359}}, {{0, 179.5}, {0, 359}}},
@@ -199,9 +193,7 @@ TEST(MKCoordinateRegionTest, FitsTracks) {
        {{0.5 - (0.5 - 0.1) * 0.5, 0.5 - (0.5 - 0.1) * 0.5}, {0.5 - 0.1, 0.5 - 0.1}}},
   };
   for (const auto& c : cases) {
-    const auto region = MKCoordinateRegion::fromCoordinates(c.track);
-    ASSERT_TRUE(region.has_value()) << c.what;
-    EXPECT_EQ(*region, c.expected) << c.what;
+    EXPECT_EQ(MKCoordinateRegion::fromCoordinates(c.track), c.expected) << c.what;
   }
   EXPECT_FALSE(MKCoordinateRegion::fromCoordinates({}).has_value());
 }
