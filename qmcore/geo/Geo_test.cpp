@@ -50,8 +50,7 @@ TEST(PlacemarkTest, AddressLinesAndTheNameInFrontUnlessLine1BeginsWithIt) {
     Text line1, line2WithLine3, line2WithCountry;
     const char* withName;
   } cases[] = {
-      {"empty lines are dropped", rawPlace("\nA\n\nB\nC", "N", "DE"), "A", "B, C", "B, DE",
-       "N, A, B, C"},
+      {"empty lines go", rawPlace("\nA\n\nB\nC", "N", "DE"), "A", "B, C", "B, DE", "N, A, B, C"},
       {"no country code: line 2 alone", rawPlace("A\nB\nC", "A"), "A", "B, C", "B", "A, B, C"},
       {"two lines", rawPlace("A\nB", "", "DE"), "A", "B", "B", "A, B"},
       {"one line: line 2 is empty, not absent", rawPlace("A\n", "N", "DE"), "A", "", "", "N, A"},
@@ -129,6 +128,9 @@ TEST(QMPlacemarkHistoryItemTest, EncodesAndDecodesTheFieldsThatArePresent) {
   EXPECT_EQ(json::parse(R"({"coordinate":{"longitude":2,"latitude":1},"title":null})")
                 .get<QMPlacemarkHistoryItem>(),
             (QMPlacemarkHistoryItem{std::nullopt, std::nullopt, {1, 2}}));
+  // JSON has no NaN: it is written as null, which does not read back (see the malformed rows).
+  EXPECT_EQ(json(QMPlacemarkHistoryItem{"x", {}, {kNaN, 1}}).dump(),
+            R"({"coordinate":{"latitude":null,"longitude":1.0},"title":"x"})");
 }
 
 TEST(QMPlacemarkHistoryItemTest, MissingOrMalformedFieldsAreDecodingErrors) {
@@ -149,21 +151,12 @@ TEST(QMPlacemarkHistoryItemTest, MissingOrMalformedFieldsAreDecodingErrors) {
   }
 }
 
-TEST(QMPlacemarkHistoryItemTest, NonFiniteCoordinatesDoNotComeBack) {
-  const QMPlacemarkHistoryItem item{"x", {}, {kNaN, 1}};
-  const std::string text = json(item).dump();
-  EXPECT_EQ(text, R"({"coordinate":{"latitude":null,"longitude":1.0},"title":"x"})");
-  EXPECT_THROW(json::parse(text).get<QMPlacemarkHistoryItem>(), json::exception);
-}
-
 TEST(CoordinateFormatsTest, NamesInDisplayOrderAndTheLanguage) {
   const testing::ScopedLocale locale("de_DE");
   std::vector<std::string> names;
   for (const auto type : allCases<QMCoordinateType>()) names.push_back(localizedName(type));
-  for (const auto format : allCases<QMGeoCoordinateFormat>())
-    names.push_back(localizedName(format));
-  for (const auto format : allCases<QMUtmCoordinateFormat>())
-    names.push_back(localizedName(format));
+  for (const auto form : allCases<QMGeoCoordinateFormat>()) names.push_back(localizedName(form));
+  for (const auto form : allCases<QMUtmCoordinateFormat>()) names.push_back(localizedName(form));
   // MGRS is listed before UTM; only the angle notations are lower-cased.
   EXPECT_EQ(names,
             (std::vector<std::string>{"Breite, Länge", "MGRS", "UTM", "grad", "grad, minuten",
