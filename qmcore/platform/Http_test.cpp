@@ -73,16 +73,15 @@ TEST_F(HttpTest, TransportFailuresGiveAnErrorAndNoResponse) {
 }
 
 TEST_F(HttpTest, UrlsThatCannotBeParsedThrowWhileBuilding) {
-  EXPECT_THROW(sendHttpRequest({.url = "http://exa mple.org/"}), std::invalid_argument);
+  for (const char* url : {"not a url", "http://exa mple.org/"}) {
+    EXPECT_THROW(sendHttpRequest({.url = url}), std::invalid_argument) << url;
+  }
 }
 
 using Items = std::vector<URLQueryItem>;
 
 TEST(UrlTest, QueryItemsAreSplitAndDecoded) {
-  const struct {
-    const char* url;
-    std::optional<Items> items;
-  } cases[] = {
+  const std::pair<const char*, std::optional<Items>> cases[] = {
       {"https://example.org/d", std::nullopt},
       {"https://example.org/d?", Items{}},
       {"https://example.org/d?a", Items{{"a", std::nullopt}}},
@@ -90,13 +89,13 @@ TEST(UrlTest, QueryItemsAreSplitAndDecoded) {
       {"https://example.org/d?a=b=c", Items{{"a", "b=c"}}},
       {"https://example.org/d?m%26d=x%2By+z%3D", Items{{"m&d", "x+y+z="}}},
       {"https://example.org/d?bad=%zz%4", Items{{"bad", "%zz%4"}}},
-      {"https://example.org/d?a=1#frag", Items{{"a", "1"}}},
+      {"https://example.org/d?a=1&b#frag", Items{{"a", "1"}, {"b", std::nullopt}}},
       {"myapp://open/x?id=7", Items{{"id", "7"}}},
   };
-  for (const auto& c : cases) {
-    const auto components = URLComponents::fromString(c.url);
-    ASSERT_TRUE(components.has_value()) << c.url;
-    EXPECT_EQ(components->queryItems(), c.items) << c.url;
+  for (const auto& [url, items] : cases) {
+    const auto components = URLComponents::fromString(url);
+    ASSERT_TRUE(components.has_value()) << url;
+    EXPECT_EQ(components->queryItems(), items) << url;
   }
 }
 
@@ -113,22 +112,6 @@ TEST(UrlTest, PartsOfAUrlAndTextsThatAreNoUrl) {
   EXPECT_FALSE(URLComponents::fromString(std::string_view("http://a/\0b", 11)).has_value());
 }
 
-std::string hex(const Md5Digest& digest) {
-  static constexpr char kDigits[] = "0123456789abcdef";
-  std::string text;
-  for (const std::uint8_t byte : digest) {
-    text.push_back(kDigits[byte >> 4]);
-    text.push_back(kDigits[byte & 15]);
-  }
-  return text;
-}
-
-TEST(DigestTest, Md5MatchesTheReferenceVectors) {
-  // RFC 1321, appendix A.5, and a zero byte.
-  EXPECT_EQ(hex(md5Digest("abc")), "900150983cd24fb0d6963f7d28e17f72");
-  EXPECT_EQ(hex(md5Digest(std::string(1, '\0'))), "93b885adfe0da089cdf634904fd59f71");
-}
-
 TEST(DigestTest, Base64PadsAndNeverBreaksLines) {
   for (const auto& [input, base64] :
        {std::pair{"f", "Zg=="}, {"fo", "Zm8="}, {"foo", "Zm9v"}, {"\xfb\xff", "+/8="}}) {
@@ -140,6 +123,7 @@ TEST(DigestTest, Base64PadsAndNeverBreaksLines) {
   EXPECT_EQ(encoded.find('\n'), std::string::npos);
 }
 
+// The digests themselves are checked against reference texts by the files layer's MD5 test.
 TEST(DigestTest, ThreadsDigestAtOnceWithoutMixingTheirContexts) {
   const std::string inputs[] = {"", "abc"};
   std::vector<std::thread> threads;

@@ -12,27 +12,21 @@ namespace {
 
 TEST(LocaleFunctions, SetterAcceptsPosixAndBcp47Spellings) {
   const testing::ScopedLocale restore;
-  const struct {
-    const char* given;
-    const char* expected;
-  } cases[] = {
-      {"de-DE", "de_DE"},       {"fr_FR.utf8@euro", "fr_FR"}, {"C.UTF-8", "en_US_POSIX"},
-      {"POSIX", "en_US_POSIX"}, {"", "en_US_POSIX"},
-  };
-  for (const auto& c : cases) {
-    setCurrentLocaleIdentifier(c.given);
-    EXPECT_EQ(currentLocaleIdentifier(), c.expected) << c.given;
+  for (const auto& [given, expected] : {std::pair{"de-DE", "de_DE"},
+                                        {"fr_FR.utf8@euro", "fr_FR"},
+                                        {"C.UTF-8", "en_US_POSIX"},
+                                        {"POSIX", "en_US_POSIX"},
+                                        {"", "en_US_POSIX"}}) {
+    setCurrentLocaleIdentifier(given);
+    EXPECT_EQ(currentLocaleIdentifier(), expected) << given;
   }
 }
 
-TEST(LocaleFunctions, LanguageAndMeasurementSystemOfALocale) {
+TEST(LocaleFunctions, LanguageMeasurementSystemAndTimeZone) {
   EXPECT_EQ(languageOfLocale("en-US"), "en");
   EXPECT_EQ(measurementSystemForLocale("en_US"), MeasurementSystem::kUS);
   EXPECT_EQ(measurementSystemForLocale("en_GB"), MeasurementSystem::kUK);
   EXPECT_EQ(measurementSystemForLocale("de_DE"), MeasurementSystem::kMetric);
-}
-
-TEST(LocaleFunctions, TimeZoneIsSettableAndRestorable) {
   const testing::ScopedTimeZone restore;
   setCurrentTimeZoneIdentifier("Europe/Berlin");
   EXPECT_EQ(currentTimeZoneIdentifier(), "Europe/Berlin");
@@ -44,8 +38,10 @@ TEST(LocaleFunctions, TimeZoneIsSettableAndRestorable) {
 using O = DisplayOrientation;
 
 TEST(DisplayOrientation, CodesAndSourcesTurnStrayValuesIntoUnknown) {
-  for (const auto& [code, expected] :
-       {std::pair{4, O::kLandscapeRight}, {5, O::kUnknown}, {-1, O::kUnknown}}) {
+  for (const auto& [code, expected] : {std::pair{1, O::kPortrait},
+                                       {3, O::kLandscapeLeft},
+                                       {4, O::kLandscapeRight},
+                                       {5, O::kUnknown}}) {
     EXPECT_EQ(displayOrientationFromCode(code), expected) << code;
   }
   const O saved = currentDisplayOrientation();

@@ -1,4 +1,5 @@
 #include "qmcore/platform/SerialQueue.hpp"
+#include "qmcore/platform/NotificationCenter.hpp"
 
 #include <gtest/gtest.h>
 
@@ -6,6 +7,9 @@
 #include <chrono>
 #include <future>
 #include <memory>
+#include <numeric>
+#include <optional>
+#include <string>
 #include <thread>
 #include <vector>
 
@@ -35,10 +39,9 @@ TEST(SerialQueueTest, RunsTasksOneAtATimeInEachSubmittersOrder) {
   }
   for (std::thread& thread : threads) thread.join();
   queue.waitUntilAllOperationsAreFinished();
-  for (int t = 0; t < kThreads; ++t) {
-    ASSERT_EQ(seen[t].size(), static_cast<size_t>(kTasks));
-    for (int i = 0; i < kTasks; ++i) ASSERT_EQ(seen[t][i], i) << "thread " << t;
-  }
+  std::vector<int> inOrder(kTasks);
+  std::iota(inOrder.begin(), inOrder.end(), 0);
+  for (int t = 0; t < kThreads; ++t) EXPECT_TRUE(seen[t] == inOrder) << "thread " << t;
   EXPECT_FALSE(overlapped);
   EXPECT_EQ(queue.operationCount(), 0u);
   EXPECT_FALSE(queue.isCurrent());
@@ -84,6 +87,69 @@ TEST(SerialQueueDeathTest, WaitingFromItsOwnTaskStopsTheProgram) {
         queue.waitUntilAllOperationsAreFinished();
       },
       "waiting for the queue from one of its own tasks");
+}
+
+TEST(NotificationCenterTest, DeliversToObserversOfTheNameInOrderBeforePostReturns) {
+  NotificationCenter center;
+  std::vector<std::string> calls;
+  auto first = center.addObserver("A", [&](const Notification& n) {
+    calls.push_back("first:" + n.name + ":" + std::to_string(std::any_cast<int>(n.object)));
+  });
+  auto second = center.addObserver("A", [&](const Notification&) { calls.push_back("second"); });
+  auto other = center.addObserver("B", [&](const Notification&) { calls.push_back("other"); });
+  center.post("A", 6);
+  EXPECT_EQ(calls, (std::vector<std::string>{"first:A:6", "second"}));
+}
+
+TEST(NotificationCenterTest, ReleasedHandleRemovesItsObserverEvenMidDeliveryOrAfterTheCenter) {
+  NotificationCenter center;
+  int count = 0;
+  {
+    auto handle = center.addObserver("A", [&](const Notification&) { ++count; });
+    center.post("A");
+  }
+  center.post("A");
+  EXPECT_EQ(count, 1);
+
+  auto moved = center.addObserver("A", [&](const Notification&) { ++count; });
+  ObserverHandle target = std::move(moved);
+  center.post("A");
+  target.reset();
+  center.post("A");
+  EXPECT_EQ(count, 2);
+
+  ObserverHandle outliving;
+  {
+    NotificationCenter gone;
+    outliving = gone.addObserver("A", [](const Notification&) {});
+  }
+  outliving.reset();  // must not touch the destroyed centre
+
+  // An observer may remove another during a delivery, which then skips it.
+  std::optional<ObserverHandle> second;
+  auto first = center.addObserver("B", [&](const Notification&) { second.reset(); });
+  second.emplace(center.addObserver("B", [&](const Notification&) { ++count; }));
+  center.post("B");
+  EXPECT_EQ(count, 2);
+}
+
+TEST(NotificationCenterTest, ObserversComeAndGoWhileOtherThreadsPost) {
+  NotificationCenter center;
+  constexpr int kThreads = 4;
+  constexpr int kPosts = 200;
+  std::atomic<int> delivered = 0;
+  auto counter = center.addObserver("A", [&](const Notification&) { ++delivered; });
+  std::vector<std::thread> threads;
+  for (int t = 0; t < kThreads; ++t) {
+    threads.emplace_back([&] {
+      for (int i = 0; i < kPosts; ++i) {
+        const ObserverHandle passing = center.addObserver("A", [](const Notification&) {});
+        center.post("A", i);
+      }
+    });
+  }
+  for (std::thread& thread : threads) thread.join();
+  EXPECT_EQ(delivered.load(), kThreads * kPosts);
 }
 
 }  // namespace
