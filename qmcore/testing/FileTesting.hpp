@@ -1,6 +1,5 @@
-// Helpers of the file utilities' and the file logger's tests: files written and read back,
-// commands run, zip archives read by another reader, and the texts of console-log lines and
-// logger diagnostics.
+// Test helpers: files written and read back, commands run, zip archives read by another reader,
+// the texts of console-log lines and a file logger's diagnostics.
 
 #ifndef QMCORE_TESTING_FILETESTING_HPP_
 #define QMCORE_TESTING_FILETESTING_HPP_
@@ -14,6 +13,7 @@
 #include <functional>
 #include <iterator>
 #include <mutex>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -41,8 +41,7 @@ inline std::string run(const std::string& command) {
   return out;
 }
 
-// The contents of the files in a zip archive, in order, as Info-ZIP's unzip reads them (it
-// checks every CRC).
+// The files in a zip archive, one after another, as Info-ZIP's unzip reads them (checking CRCs).
 inline std::string zipContents(const std::filesystem::path& archive) {
   return run("unzip -p '" + archive.string() + "'");
 }
@@ -66,36 +65,29 @@ class ConsoleCapture {
  public:
   ConsoleCapture() { ::testing::internal::CaptureStderr(); }
   std::vector<std::string> texts() {
-    const std::string out = ::testing::internal::GetCapturedStderr();
+    std::istringstream out(::testing::internal::GetCapturedStderr());
     std::vector<std::string> lines;
-    std::size_t start = 0;
-    for (std::size_t end = out.find('\n'); end != std::string::npos;
-         start = end + 1, end = out.find('\n', start)) {
-      const std::string line = out.substr(start, end - start);
-      const std::size_t text = line.find("] ");
-      lines.push_back(text == std::string::npos ? line : line.substr(text + 2));
+    for (std::string line; std::getline(out, line);) {
+      lines.push_back(line.substr(line.find("] ") == std::string::npos ? 0 : line.find("] ") + 2));
     }
     return lines;
   }
 };
 
 // The diagnostics a file logger reported, in order; safe to fill from the logger's queues.
-class Diagnostics {
- public:
+struct Diagnostics {
   std::function<void(const std::string&)> sink() {
     return [this](const std::string& line) {
-      const std::lock_guard lock(mutex_);
-      lines_.push_back(line);
+      const std::lock_guard lock(mutex);
+      received.push_back(line);
     };
   }
   std::vector<std::string> lines() const {
-    const std::lock_guard lock(mutex_);
-    return lines_;
+    const std::lock_guard lock(mutex);
+    return received;
   }
-
- private:
-  mutable std::mutex mutex_;
-  std::vector<std::string> lines_;
+  mutable std::mutex mutex;
+  std::vector<std::string> received;
 };
 
 }  // namespace qm::testing
