@@ -96,24 +96,17 @@ TEST(WeekDateCalculatorTest, WeeksAroundAMomentInTheCurrentTimeZone) {
   }
 }
 
-TEST(WeekDateCalculatorTest, TheLocalesFirstWeekdayAndMediumDateStyle) {
+TEST(WeekDateCalculatorDeathTest, TheLocalesFirstWeekdayAndMediumDateStyle) {
   const ScopedTimeZone utc("UTC");
-  const struct {
-    const char* locale;
-    double start;  // of the week, when the first day given is no weekday
-    const char* date;
-  } cases[] = {{"en_US", 1672531200.0, "Jan 1, 2023"}, {"de_DE", 1672012800.0, "01.01.2023"}};
-  for (const auto& c : cases) {
-    const ScopedLocale locale(c.locale);
-    EXPECT_EQ(WeekDateCalculator::getWeekDates(0, 0, at(kSunday2023Jan1Noon)).startDate(),
-              at(c.start))
-        << c.locale;
-    EXPECT_EQ(WeekDateCalculator::formatDate(at(kSunday2023Jan1Noon)), c.date);
-  }
+  const Date sunday = at(kSunday2023Jan1Noon);
+  // With a first day that is no weekday, the locale's first weekday begins the week.
+  const ScopedLocale english("en_US");
+  EXPECT_EQ(WeekDateCalculator::getWeekDates(0, 0, sunday).startDate(), at(1672531200.0));
+  EXPECT_EQ(WeekDateCalculator::formatDate(sunday), "Jan 1, 2023");
+  const ScopedLocale german("de_DE");
+  EXPECT_EQ(WeekDateCalculator::getWeekDates(0, 0, sunday).startDate(), at(1672012800.0));
+  EXPECT_EQ(WeekDateCalculator::formatDate(sunday), "01.01.2023");
   EXPECT_GE(WeekDateCalculator::getWeekDates(0, 2).endDate(), Date::now());  // now by default
-}
-
-TEST(WeekDateCalculatorDeathTest, AMomentTheCalendarCannotPlaceStopsTheProgram) {
   EXPECT_DEATH(WeekDateCalculator::getWeekDates(0, 2, at(kNaN)),
                "Failed to calculate the start of the week");
 }
@@ -154,7 +147,7 @@ TEST(HoursMinutesDurationUnitTest, UnitAndValueForSeconds) {
             "stunden: 2");
 }
 
-TEST(HoursMinutesDurationUnitTest, ValuesUseTheGivenSettingsMaximum) {
+TEST(HoursMinutesDurationUnitDeathTest, ValuesUseTheGivenSettingsMaximumAndSecondsStopOnOverflow) {
   const DurationUnitSettings longHours("Hours", 100, 1, 1, 1, 0);
   const DurationUnitSettings manyMinutes("Minutes", 1000, 1, 1, 1, 1);
   const Unit hours = Unit::hours(kHours);
@@ -162,9 +155,6 @@ TEST(HoursMinutesDurationUnitTest, ValuesUseTheGivenSettingsMaximum) {
   EXPECT_EQ(Unit::minutes(kMinutes).valueForSeconds(7200, longHours, manyMinutes), 120);
   EXPECT_EQ(hours.valueForSeconds(-5400, kHours, kMinutes), -2);  // halves away from zero
   EXPECT_EQ(hours.valueForSeconds(kMin, kHours, kMinutes), -2562047788015216);
-}
-
-TEST(HoursMinutesDurationUnitDeathTest, SecondsForValueStopOnOverflow) {
   EXPECT_EQ(Unit::minutes(kMinutes).secondsForValue(-3), -180);
   EXPECT_EQ(Unit::hours(kHours).secondsForValue(kMax / 3600), kMax / 3600 * 3600);
   EXPECT_DEATH(Unit::hours(kHours).secondsForValue(kMax / 3600 + 1), "overflows");

@@ -15,7 +15,6 @@
 #include <thread>
 
 #include "qmcore/formatting/BearingFormatter.hpp"
-#include "qmcore/formatting/QMStringForFloatPrecision.hpp"
 #include "qmcore/formatting/QMUnitsFormatter.hpp"
 #include "qmcore/formatting/UnitFormatterWrapper.hpp"
 #include "qmcore/platform/DisplayOrientation.hpp"
@@ -76,16 +75,16 @@ TEST_F(UnitsProviderFormatterTest, TextsAndLabelsOfEachSystem) {
     // Distances of 100 m and 5000 m, switching at 1000 small units.
     const char *small, *big, *smallOnly, *rounded, *chosenSmallLabel;
     const char *altitude, *altitudeLabel, *spokenAltitude;
-    const char *speedLabel, *speed, *spokenSpeed, *average, *verticalLabel;
+    const char *speedLabel, *speed, *spokenSpeed;
   } cases[] = {
       {kMetric, 0, "100m", "5.00km", "123m", "120", "m", "100", "m", "meters to go", "km/h", "36",
-       "kilometers per hour", "36.0", "m/s"},
+       "kilometers per hour"},
       // An altitude type other than metres and feet: feet at sea, nothing elsewhere.
       {kNauticalFeet, 3, "328ft", "2.70nm", "405ft", "400", "ft", "328", "yd", "yards to go", "kts",
-       "19", "knots", "19.4", "ft/min"},
+       "19", "knots"},
       // Yards label metres unconverted and have no big unit (-1), but rounded texts count feet.
       {kYards, 3, "100yd", "-1.00mi", "123yd", "400", "ft", "", "yd", "yards to go", "mph", "-1",
-       "miles per hour", "-1.0", "ft/min"},
+       "miles per hour"},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.system.name);
@@ -106,8 +105,6 @@ TEST_F(UnitsProviderFormatterTest, TextsAndLabelsOfEachSystem) {
     EXPECT_EQ(p.speechTextForCurrentAltitudeUnit(), c.spokenAltitude);
     EXPECT_EQ(p.textForCurrentSpeedUnit(), c.speedLabel);
     EXPECT_EQ(p.autoDecimalTextForMSSpeed(10), std::string(c.speed) + " " + c.spokenSpeed);
-    EXPECT_EQ(p.decimalTextForAverageSpeedWithNoUnits(10), c.average);
-    EXPECT_EQ(p.textForCurrentVerticalSpeedUnit(), c.verticalLabel);
   }
   EXPECT_EQ(provider_->textForSmallDistanceUnitTypeForGeneralUnitType(4), "");  // unknown code
 }
@@ -121,7 +118,9 @@ TEST_F(UnitsProviderFormatterTest, TextsAtTheirLimits) {
   const Text altitude = [](P p, double v) { return p.textForAltitudeWithNoUnits(v); };
   const Text speed = [](P p, double v) { return p.autoDecimalTextForMSSpeedWithNoUnits(v); };
   const Text rounded = [](P p, double v) { return p.textForSmallRoundedDistanceWithNoUnits(v); };
-  const Text ruler = [](P p, double v) { return p.rulerValueForMetersPerPixel(float(v)); };
+  const Text ruler = [](P p, double v) {
+    return p.rulerValueForMetersPerPixel(static_cast<float>(v));
+  };
   const struct {
     System system;
     std::int64_t switchValue;  // of the distance units, in metres or feet; -1 never
@@ -160,98 +159,72 @@ TEST_F(UnitsProviderFormatterTest, TextsAtTheirLimits) {
   }
 }
 
-TEST_F(UnitsProviderFormatterTest, AverageSpeedsSmallOnlyAndExplicitUnitDistances) {
+TEST_F(UnitsProviderFormatterTest, AverageSpeedsSmallOnlyExplicitUnitDistancesAndTheAppsSpeeds) {
   const UnitsProvider& p = launchIn(kMetric);
+  EXPECT_EQ(p.decimalTextForAverageSpeedWithNoUnits(99.96 / 3.6), "100.0");
   EXPECT_EQ(p.decimalTextFor2DecimalDigitsAverageSpeedWithNoUnits(99.96 / 3.6), "99.96");
   EXPECT_EQ(p.decimalTextFor4DecimalDigitsAverageSpeedWithNoUnits(99.96 / 3.6), "99.9600");
   EXPECT_EQ(p.textForSmallOnlyDistanceWithNoUnits(123.4), "123");
   EXPECT_EQ(p.textWithNoUnitsForDistanceInMeters(1852, {true, DistanceUnitType::kNautical}),
             "1.00");
   EXPECT_EQ(p.textWithNoUnitsForDistanceInMeters(100, {false, DistanceUnitType::kImperial}), "328");
+  // The provider serves as the app's speed formatter.
+  UnitFormatterWrapper hook;
+  hook.assignSpeedFormatterDelegate(std::make_shared<UnitsProviderSpeedFormatter>(p));
+  EXPECT_EQ(hook.autoDecimalTextForMSSpeed(10), "36 kilometers per hour");
 }
 
 TEST_F(UnitsProviderFormatterTest, LengthsAreasAndPressuresSwitchAboveTheirThresholds) {
-  using Text = std::string (UnitsProvider::*)(double) const;
-  const Text length = &UnitsProvider::stringForLengthInMeters;
-  const Text area = &UnitsProvider::stringForAreaInSquareMeters;
-  const struct {
-    System system;
-    Text text;
-    std::int64_t switchValue;  // stored for the current unit; 0: none stored
-    double value;
-    const char* expected;
-  } cases[] = {
-      {kMetric, length, 1000, 1000, "1000.0m"},  // only above the threshold
-      {kMetric, length, 1000, 1500, "1.500km"},
-      // At sea every length that switches becomes nautical miles; areas keep their big unit.
-      {kNauticalFeet, length, 1000, 500, "0.27nm"},
-      {kNauticalFeet, area, 100000, 2589988.110336, "1.0000mi²"},
-      {kImperial, &UnitsProvider::stringForPressurehPa, 0, 1013.25, "29.921inHg"},
-  };
-  for (const auto& c : cases) {
-    UnitsProvider& p = launchIn(c.system);
-    if (c.switchValue != 0) {
-      p.setAutomaticSwitchValue(c.switchValue, c.text == area
-                                                   ? static_cast<const QMUnit&>(*p.areaUnit())
-                                                   : *p.lengthUnit());
-    }
-    EXPECT_EQ((p.*c.text)(c.value), c.expected) << c.system.name << " " << c.value;
-  }
-  const UnitsProvider& p = launchIn(kMetric);
-  EXPECT_EQ(p.uiTextsForLengthInMeters(1500), (QMUIValueWithUnit{"1500.0", "m"}));
-  EXPECT_EQ(p.uiTextsForAreaInSquareMeters(2500), (QMUIValueWithUnit{"2500.0", "m²"}));
-}
-
-TEST_F(UnitsProviderFormatterTest, MeasuresSwitchOnlyAboveAThresholdAboveMinusOne) {
+  UnitsProvider& metric = launchIn(kMetric);
+  metric.setAutomaticSwitchValue(1000, *metric.lengthUnit());
+  EXPECT_EQ(metric.stringForLengthInMeters(1000), "1000.0m");  // only above the threshold
+  EXPECT_EQ(metric.uiTextsForLengthInMeters(1500), (QMUIValueWithUnit{"1.500", "km"}));
+  EXPECT_EQ(metric.uiTextsForAreaInSquareMeters(2500), (QMUIValueWithUnit{"2500.0", "m²"}));
+  // At sea every length that switches becomes nautical miles; areas keep their big unit.
+  UnitsProvider& sea = launchIn(kNauticalFeet);
+  sea.setAutomaticSwitchValue(1000, *sea.lengthUnit());
+  sea.setAutomaticSwitchValue(100000, *sea.areaUnit());
+  EXPECT_EQ(sea.stringForLengthInMeters(500), "0.27nm");
+  EXPECT_EQ(sea.stringForAreaInSquareMeters(2589988.110336), "1.0000mi²");
+  EXPECT_EQ(launchIn(kImperial).stringForPressurehPa(1013.25), "29.921inHg");
+  // Any measure switches only above a threshold above -1, and only where it can go.
   const UnitsProvider& p = launchIn(kMetric);
   const auto meter = p.lengthUnitWithUuid(QMMeterUnitUuid);
-  const struct {
-    std::shared_ptr<const QMUnit> unit;
-    double threshold;
-    const char* text;
-  } cases[] = {
-      {meter, -1.0, "5000.0m"},
-      {meter, -0.5, "5.000km"},
-      {meter, 5000, "5000.0m"},
-      {p.lengthUnitWithUuid(QMKilometerUnitUuid), 0.0, "5.000km"},  // nowhere to go
-      {nullptr, 0.0, ""},
-  };
-  for (const auto& c : cases) {
-    EXPECT_EQ(p.stringForMeasureInMeter(5000, c.unit, c.threshold), c.text) << c.threshold;
-    EXPECT_EQ(p.uiTextsForMeasureInMeter(5000, c.unit, c.threshold).has_value(), c.unit != nullptr);
-  }
+  EXPECT_EQ(p.stringForMeasureInMeter(5000, meter, -1.0), "5000.0m");
+  EXPECT_EQ(p.stringForMeasureInMeter(5000, meter, -0.5), "5.000km");
+  EXPECT_EQ(p.stringForMeasureInMeter(5000, meter, 5000), "5000.0m");
+  const auto kilometer = p.lengthUnitWithUuid(QMKilometerUnitUuid);
+  EXPECT_EQ(p.stringForMeasureInMeter(5000, kilometer, 0.0), "5.000km");  // nowhere to go
+  EXPECT_EQ(p.stringForMeasureInMeter(5000, nullptr, 0.0), "");
+  EXPECT_EQ(p.uiTextsForMeasureInMeter(5000, nullptr, 0.0), std::nullopt);
 }
 
 TEST_F(UnitsProviderFormatterTest, VerticalSpeedsWithTheirScales) {
-  const auto ms = QMVerticalSpeedUnit::metersPerSecondUnit();
-  const struct {
-    std::shared_ptr<const QMVerticalSpeedUnit> unit;
-    std::optional<std::int64_t> scale;  // stored; absent: the unit's default
-    double metersPerSecond;
-    const char *text, *scaleText;
-  } cases[] = {
-      {ms, std::nullopt, 2.54, "2.5", "/10"},
-      {ms, 0, -2.54, "-2.5", "x1"},
-      {QMVerticalSpeedUnit::metersPerMinuteUnit(), 3, 2.5, "150", "x1000"},
-  };
-  for (const auto& c : cases) {
-    UnitsProvider& p = launchIn(kMetric);
-    p.setVerticalSpeedUnit(*c.unit);
-    if (c.scale) p.setVerticalSpeedScale(*c.scale, *c.unit);
-    SCOPED_TRACE(c.unit->uuid());
-    EXPECT_EQ(p.textForVerticalSpeedInMetersPerSecondWithNoUnits(c.metersPerSecond), c.text);
-    EXPECT_EQ(p.textForCurrentVerticalSpeedUnitScale(), c.scaleText);
-  }
+  UnitsProvider& p = launchIn(kMetric);
+  const auto perSecond = QMVerticalSpeedUnit::metersPerSecondUnit();
+  p.setVerticalSpeedUnit(*perSecond);
+  EXPECT_EQ(p.textForVerticalSpeedInMetersPerSecondWithNoUnits(2.54), "2.5");
+  EXPECT_EQ(p.textForCurrentVerticalSpeedUnitScale(), "/10");  // the unit's default
+  p.setVerticalSpeedScale(0, *perSecond);
+  EXPECT_EQ(p.textForVerticalSpeedInMetersPerSecondWithNoUnits(-2.54), "-2.5");
+  EXPECT_EQ(p.textForCurrentVerticalSpeedUnitScale(), "x1");
+  const auto perMinute = QMVerticalSpeedUnit::metersPerMinuteUnit();
+  p.setVerticalSpeedUnit(*perMinute);
+  p.setVerticalSpeedScale(3, *perMinute);
+  EXPECT_EQ(p.textForVerticalSpeedInMetersPerSecondWithNoUnits(2.5), "150");
+  EXPECT_EQ(p.textForCurrentVerticalSpeedUnitScale(), "x1000");
+  EXPECT_EQ(p.textForCurrentVerticalSpeedUnit(), "m/min");
   // Powers of ten beyond the int range saturate.
   EXPECT_EQ(UnitsProvider::textForScale(10), "x2147483647");
   EXPECT_EQ(UnitsProvider::textForScale(std::numeric_limits<std::int64_t>::min()), "/2147483647");
 }
 
 using F = QMUnitsFormatter;
+using OptionalView = std::optional<std::string_view>;
 
 // The labels come from the unit-system table (the provider's tests read most of them): a row
 // without a key and an unknown code give "", and the imperial speed is never translated.
-TEST(QMUnitsFormatter, LabelsOfARowWithMissingKeysAndOfAnUnknownCode) {
+TEST(QMUnitsFormatter, LabelsAndUnitTypesFromTexts) {
   EXPECT_EQ(F::longTextForPluralKilometricUnitType(3), "miles");
   EXPECT_EQ(F::textForPaceUnitWithUnitType(0), "min/km");
   EXPECT_EQ(F::textForPaceUnitWithUnitType(3), "");  // yards have no pace
@@ -259,57 +232,33 @@ TEST(QMUnitsFormatter, LabelsOfARowWithMissingKeysAndOfAnUnknownCode) {
   EXPECT_EQ(F::longTextForDistanceLeftWithUnit({true, DistanceUnitType(3)}), "");
   EXPECT_EQ(F::longTextForDistanceLeftWithUnit({false, DistanceUnitType(3)}), "yards to go");
   EXPECT_EQ(F::textForKilometricSpeedType(4), "");
-  EXPECT_EQ(F::textForKilometricUnitType(4), "");
+  EXPECT_EQ(F::textForChargedDistance(1234, 0, ""), "1.23km");
+  EXPECT_EQ(F::textForChargedDistance(1000, 3, " "), "-1.00 mi");  // no conversion for yards
+  EXPECT_EQ(F::textForChargedDistance(1000, 5, ""), "-1.00");      // nor a label for code 5
   const testing::ScopedLocale german("de_DE");
   EXPECT_EQ(F::textForKilometricSpeedType(1), "mph");
-}
-
-TEST(QMUnitsFormatter, UnitTypesFromTexts) {
-  const struct {
-    std::optional<std::string_view> text;
-    std::int64_t speed, altitude;
-  } cases[] = {{"MPH", 1, 0},           {"KTS", 2, 0}, {"mph", 0, 0}, {" MPH", 0, 0},
-               {std::nullopt, 0, 0},    {"FT", 0, 0},  {"ftx", 0, 0}, {" \t ft\r\n", 0, 1},
-               {"\u00A0yd\u3000", 0, 3}};  // white space beyond ASCII
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.text.value_or("(absent)"));
-    EXPECT_EQ(F::unitTypeForSpeedString(c.text), c.speed);
-    EXPECT_EQ(F::unitTypeForAltitudeString(c.text), c.altitude);
+  // Unit types of texts read from files.
+  EXPECT_EQ(F::unitTypeForSpeedString("MPH"), 1);
+  EXPECT_EQ(F::unitTypeForSpeedString("KTS"), 2);
+  for (const auto other : {OptionalView{"mph"}, OptionalView{" MPH"}, OptionalView{}}) {
+    EXPECT_EQ(F::unitTypeForSpeedString(other), 0) << other.value_or("(absent)");
+  }
+  EXPECT_EQ(F::unitTypeForAltitudeString(" \t ft\r\n"), 1);
+  EXPECT_EQ(F::unitTypeForAltitudeString("\u00A0yd\u3000"), 3);  // white space beyond ASCII
+  for (const auto other : {OptionalView{"FT"}, OptionalView{"ftx"}, OptionalView{}}) {
+    EXPECT_EQ(F::unitTypeForAltitudeString(other), 0) << other.value_or("(absent)");
   }
 }
 
 TEST(QMUnitsFormatter, PacesAreTruncatedToWholeSeconds) {
-  const struct {
-    double metersPerSecond;
-    std::int64_t unit;
-    double pace;
-    const char* text;
-  } cases[] = {
-      {1000 / 359.9, 0, 359.9, "05:59"},    // never rounded up to 06:00
-      {4.4704, 1, 360.0007, "06:00"},       // 10 mph by the library's 0.62137
-      {1852 / 3600.0, 2, 3600.0, "60:00"},  // minutes are not capped at an hour
-      {0.0099, 0, 0.0, "--:--"},            // no pace below 1 cm/s
-      {5, 7, -3600.0, "-60:00"},            // an unknown unit converts to -1
-  };
-  for (const auto& c : cases) {
-    EXPECT_NEAR(F::paceForSpeed(c.metersPerSecond, c.unit), c.pace, 1e-3)
-        << c.metersPerSecond << " " << c.unit;
-    EXPECT_EQ(F::textForPaceForSpeed(c.metersPerSecond, c.unit), c.text)
-        << c.metersPerSecond << " " << c.unit;
-  }
+  EXPECT_EQ(F::textForPaceForSpeed(1000 / 359.9, 0), "05:59");  // never rounded up to 06:00
+  EXPECT_NEAR(F::paceForSpeed(4.4704, 1), 360.0007, 1e-4);      // 10 mph by the library's 0.62137
+  EXPECT_EQ(F::textForPaceForSpeed(4.4704, 1), "06:00");
+  EXPECT_EQ(F::textForPaceForSpeed(1852 / 3600.0, 2), "60:00");  // not capped at an hour
+  EXPECT_EQ(F::paceForSpeed(0.0099, 0), 0.0);                    // no pace below 1 cm/s
+  EXPECT_EQ(F::textForPaceForSpeed(0.0099, 0), "--:--");
   EXPECT_EQ(F::textForPaceForSpeed(kNaN, 0), "--:--");
-}
-
-TEST(QMStringForFloatPrecision, PrintfRoundingInEveryCLocale) {
-  const testing::ScopedGermanCLocale cLocale;       // "," would come out if the C locale leaked in
-  EXPECT_EQ(QMStringForFloatPrecision0(2.5), "2");  // halves to even
-  EXPECT_EQ(QMStringForFloatPrecision3(-0.4), "-0.400");
-}
-
-TEST(QMUnitsFormatter, ChargedDistancesInTheBigUnit) {
-  EXPECT_EQ(F::textForChargedDistance(1234, 0, ""), "1.23km");
-  EXPECT_EQ(F::textForChargedDistance(1000, 3, " "), "-1.00 mi");  // no conversion for yards
-  EXPECT_EQ(F::textForChargedDistance(1000, 5, ""), "-1.00");
+  EXPECT_EQ(F::textForPaceForSpeed(5, 7), "-60:00");  // an unknown unit converts to -1
 }
 
 // The app's speed and distance formatters, which a units provider can serve.
@@ -351,17 +300,6 @@ TEST(UnitFormatterWrapper, AssignedFormattersAnswerAndThePreviousOnesAreReleased
   EXPECT_EQ(hook.longTextWithLongUnitTypeForDistance(1500.4), "1500");
 }
 
-TEST(UnitFormatterWrapper, AUnitsProviderServesAsTheSpeedFormatter) {
-  const testing::ScopedLocale locale("de_DE");  // metric: km/h
-  EnvironmentSettings environment;
-  testing::FakeEnv env("de_DE");
-  const UnitsProvider provider(env, environment);
-  UnitFormatterWrapper hook;
-  hook.assignSpeedFormatterDelegate(std::make_shared<UnitsProviderSpeedFormatter>(provider));
-  EXPECT_EQ(hook.autoDecimalTextForMSSpeed(10), provider.autoDecimalTextForMSSpeed(10));
-  EXPECT_NE(hook.autoDecimalTextForMSSpeed(10), "10") << "converted to km/h, not the fallback";
-}
-
 TEST(UnitFormatterWrapper, AFormatterReplacedDuringACallLivesUntilTheCallEnds) {
   UnitFormatterWrapper hook;
   std::atomic<bool> done = false;
@@ -378,7 +316,7 @@ using O = DisplayOrientation;
 constexpr int kDegrees = 0;
 constexpr int kMils = 1;
 
-TEST(UnitsProviderHeading, CardinalSectorsAtTheirBounds) {
+TEST(UnitsProviderHeading, CardinalSectorsAndBearingTextsInDegreesAndMils) {
   const struct {
     double bearing;
     const char* text;
@@ -388,42 +326,23 @@ TEST(UnitsProviderHeading, CardinalSectorsAtTheirBounds) {
     EXPECT_EQ(UnitsProvider::shortCompassBearingText(c.bearing), c.text) << c.bearing;
   }
   EXPECT_EQ(UnitsProvider::shortCompassBearingText(kNaN), std::nullopt);
-}
-
-TEST(UnitsProviderHeading, BearingTextsInDegreesAndMils) {
-  const struct {
-    double bearing;
-    const char* prefix;
-    int angleUnit;
-    bool skipShortPart;
-    const char* text;
-    const char* decimalText;
-  } cases[] = {
-      {47.25, "HDG ", kDegrees, false, "HDG NE47", "HDG NE47.2"},  // printf: ties to even
-      {47.26, "HDG ", kDegrees, true, "HDG 47", "HDG 47.3"},
-      {-10, "", kDegrees, false, "N-10", "N-10.0"},  // not normalised
-      {kNaN, ">", kDegrees, false, ">nan", ">nan"},
-      {200, "", 2, false, "SW200", "SW200.0"},  // codes other than mils are degrees
-      // Mils: no prefix, no cardinal, no decimals.
-      {90, "HDG ", kMils, false, "1600", "1600"},
-      {-45, "", kMils, false, "-800", "-800"},
-  };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.bearing);
-    const auto text = [&](auto form) {
-      return form(c.bearing, c.prefix, c.angleUnit, c.skipShortPart);
-    };
-    EXPECT_EQ(text(UnitsProvider::textForBearing), c.text);
-    EXPECT_EQ(text(UnitsProvider::decimalTextForBearing), c.decimalText);
-    EXPECT_EQ(text(UnitsProvider::decimal2TextForBearing), c.decimalText);
-  }
+  using P = UnitsProvider;
+  EXPECT_EQ(P::textForBearing(47.25, "HDG ", kDegrees, false), "HDG NE47");
+  EXPECT_EQ(P::decimalTextForBearing(47.25, "HDG ", kDegrees, false), "HDG NE47.2");  // to even
+  EXPECT_EQ(P::decimal2TextForBearing(47.26, "HDG ", kDegrees, true), "HDG 47.3");    // one decimal
+  EXPECT_EQ(P::textForBearing(-10, "", kDegrees, false), "N-10");  // not normalised
+  EXPECT_EQ(P::decimalTextForBearing(kNaN, ">", kDegrees, false), ">nan");
+  EXPECT_EQ(P::decimalTextForBearing(200, "", 2, false), "SW200.0");  // other codes are degrees
+  // Mils: no prefix, no cardinal, no decimals.
+  EXPECT_EQ(P::decimalTextForBearing(90, "HDG ", kMils, false), "1600");
+  EXPECT_EQ(P::textForBearing(-45, "", kMils, false), "-800");
   // The cardinal texts follow the locale; the point stays.
   const testing::ScopedLocale german("de_DE");
   const testing::ScopedGermanCLocale cLocale;
-  EXPECT_EQ(UnitsProvider::decimalTextForBearing(120.44, "", kDegrees, false), "SO120.4");
+  EXPECT_EQ(P::decimalTextForBearing(120.44, "", kDegrees, false), "SO120.4");
 }
 
-TEST(UnitsProviderHeading, OrientationCorrectionTurnsOnceAndKeeps360) {
+TEST(UnitsProviderHeading, OrientationCorrectionTurnsOnceKeeps360AndPicksTheNorth) {
   const struct {
     double value;
     O orientation;
@@ -438,15 +357,12 @@ TEST(UnitsProviderHeading, OrientationCorrectionTurnsOnceAndKeeps360) {
     EXPECT_DOUBLE_EQ(UnitsProvider::orientationCorrectedForValue(c.value, orientation), c.expected)
         << c.value << " in orientation " << static_cast<int>(c.orientation);
   }
-}
 
-TEST(UnitsProviderHeading, CompassHeadingsPickTheirNorthAndFollowTheDisplay) {
   const Heading heading{.trueHeading = 300, .magneticHeading = 310};
   const FixedDisplayOrientation left(O::kLandscapeLeft);
   EXPECT_EQ(UnitsProvider::textForCompassHeading(heading, 0, "C ", kDegrees, left), "C NE30");
   EXPECT_EQ(UnitsProvider::textForCompassHeading(heading, 1, "C ", kDegrees, left), "C NE40");
   EXPECT_EQ(UnitsProvider::textForCompassHeading(heading, -1, "", kMils, left), "711");
-  EXPECT_EQ(UnitsProvider::orientationCorrectedHeading(heading, 2, left), 40);
 
   // The default forms read the orientation the host set.
   const O saved = currentDisplayOrientation();
