@@ -20,7 +20,7 @@ sources='\.(cpp|hpp|sh)$'
 code=$(git ls-files -z qmcore tools/qmcore | grep -zE "$sources" | grep -zvE "$tests_pattern" |
   count_lines)
 tests=$(git ls-files -z | grep -zE "$sources" | grep -zE "$tests_pattern" | count_lines)
-ratio=$(awk -v t="$tests" -v c="$code" 'BEGIN { printf "%.2f", t / c }')
+ratio=$(awk -v t="$tests" -v c="$code" 'BEGIN { printf "%.3f", t / c }')
 echo "code: $code lines"
 echo "tests: $tests lines"
 echo "ratio: $ratio (limit $limit)"
