@@ -139,7 +139,6 @@ TEST(ISO8601Test, ReadsTheGrammar) {
   }
   // Not the nearest double to the exact time: the library's own arithmetic.
   EXPECT_EQ(QMParseISO8601Date("2000-01-01T00:00:00.001Z"), 211813444800.001 - 210866760000.0);
-  EXPECT_NE(QMParseISO8601Date("2000-01-01T00:00:00.001Z"), 946684800.001);
 }
 
 TEST(ISO8601Test, RejectsWhatTheGrammarDoesNotAllow) {
