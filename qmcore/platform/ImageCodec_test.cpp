@@ -119,7 +119,6 @@ TEST(ImageCodecTest, DamagedOrForeignDataIsAClearError) {
   const std::tuple<const char*, Bytes, std::int64_t> cases[] = {
       {"empty", {}, 3},
       {"PNG signature only", Bytes(png.begin(), png.begin() + 8), 1},
-      {"PNG cut in half", Bytes(png.begin(), png.begin() + png.size() / 2), 1},
       {"PNG with a damaged byte", flipped, 1},
       {"JPEG cut in half", Bytes(jpeg.begin(), jpeg.begin() + jpeg.size() / 2), 2},
   };

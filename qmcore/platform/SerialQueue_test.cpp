@@ -16,7 +16,6 @@
 namespace qm {
 namespace {
 
-// Tasks run one at a time on the queue's thread, each submitter's in the order it queued them.
 TEST(SerialQueueTest, RunsTasksOneAtATimeInEachSubmittersOrder) {
   constexpr int kThreads = 4;
   constexpr int kTasks = 2000;
