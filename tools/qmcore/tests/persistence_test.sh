@@ -14,10 +14,6 @@ expect_line "value: 007" -- sequence save inv --zeroes 3 --start 5 --step 2 --va
 expect_line $'value: 007\nstep: 2\ndescription: Value: 007 (start: 5, step: 2)' -- sequence show inv
 expect_json '{"code": "inv", "value": 5, "leadingZeroes": 3, "stored": true}' -- \
   --json sequence reset inv
-# A stored record missing "leadingZeroes" reads as the default and stays as it is.
-sqlite3 "$QM_SETTINGS_PATH" "UPDATE settings SET value = '{\"start\":1,\"step\":1,\"code\":\"inv\",\"value\":9}'
-  WHERE key = 'QMSequenceStorageBaseKey_inv'"
-expect_line $'value: 1\nstored: yes' -- sequence show inv
 expect_fail 2 "go with save only" -- sequence show inv --value 3
 
 # The sanitiser: clusters, not bytes; the cut after filtering.
