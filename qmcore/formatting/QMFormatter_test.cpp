@@ -51,6 +51,8 @@ TEST(QMFormatterNumbersTest, RoundingAndTextsWithADotUnderAGermanHostAndLocale) 
       {QMFormatter::newStringForFloatPrecision1(1.25), "1.2"},  // printf: ties to even
       {QMStringForFloatPrecision0(2.5), "2"},                   // the unit texts' forms too
       {QMStringForFloatPrecision3(-0.4), "-0.400"},
+      {QMFormatter::newStringForFloatPrecision2(1.005), "1.00"},
+      {QMFormatter::newStringForFloatPrecision3(2.0), "2.000"},
       {QMFormatter::newStringForFloatPrecision2WithSign(0.0), "+0.00"},
       {QMFormatter::invariantStringForDouble(-1234567.125), "-1234567.125000"},
       {QMFormatter::newStringForInt(-1234567), "-1234567"},

@@ -386,6 +386,7 @@ TEST(UnitsProviderHeading, TitlesFollowTheNorthTypeAtEachCallAndAngleUnitsAbbrev
   EXPECT_EQ(UnitsProvider::hintForGPSCourseTitleWithAngleUnitType(kDegrees, provider),
             "GPS COURSE°");
   EXPECT_EQ(provider.courseTitle(), "COURSE");
+  EXPECT_EQ(UnitsProvider::abbreviationForAngleUnitType(kDegrees), "°");
   EXPECT_EQ(UnitsProvider::abbreviationForAngleUnitType(kMils), "mils");
   EXPECT_EQ(UnitsProvider::abbreviationForAngleUnitType(2), "");
 }
