@@ -200,7 +200,12 @@ TEST_F(UnitsProviderTest, DescriptionsAndSwitchUnitNamesInEnglishAndGerman) {
   delegate_->drivenBySpeed = true;
   EXPECT_EQ(p.descriptionOfCurrentUnits(), "MPH. Distance: Feet. Altitude: Feet.");
   EXPECT_EQ(p.principalUnitLocalizedName(), "speed");
+  EXPECT_EQ(p.restrictedDistanceUnitSelectionMessage(),
+            "For KM/H and MPH distance units are deduced from applied speed units.");
   delegate_->drivenBySpeed = false;
+  EXPECT_EQ(p.descriptionOfUnitsSystem(0), "Distance: Meters and Kilometers. Speed: KM/H");
+  EXPECT_EQ(p.restrictedDistanceUnitSelectionMessage(),
+            "For Imperial and Metric distance units are deduced from applied General units.");
 
   EXPECT_EQ(p.localizedNameOfSwitchUnitForUnit(*QMDistanceUnit::meterUnit()), "Kilometers");
   p.setGeneralUnitType(2);  // distances and lengths switch to nautical miles instead
