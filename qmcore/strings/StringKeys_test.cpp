@@ -6,12 +6,11 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
 #include <regex>
 #include <set>
-#include <sstream>
 
 #include "qmcore/strings/StringCatalog.hpp"
+#include "qmcore/testing/FileTesting.hpp"
 
 namespace qm {
 namespace {
@@ -51,9 +50,7 @@ TEST(StringKeysTest, EveryKeyTheCodeLooksUpHasAnEnglishText) {
           (path.extension() != ".cpp" && path.extension() != ".hpp")) {
         continue;
       }
-      std::stringstream source;
-      source << std::ifstream(path).rdbuf();
-      for (const std::string& key : keysLookedUpIn(source.str())) {
+      for (const std::string& key : keysLookedUpIn(testing::readFile(path))) {
         ++lookedUp;
         EXPECT_TRUE(known.contains(key))
             << path.filename() << " looks up a key the English table lacks: \"" << key << "\"";
